@@ -14,6 +14,8 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <system_error>
+#include <utility>
 
 #include "components/atomic_file.h"
 #include "tests/components/cipher_support.h"
@@ -42,7 +44,10 @@ class CipherFile : public ::testing::Test {
     directory_ = mkdtemp(pattern);
     cipher_.SetKey(kRawKey);
   }
-  ~CipherFile() override { fs::remove_all(directory_); }
+  ~CipherFile() override {
+    std::error_code ignored;
+    fs::remove_all(directory_, ignored);
+  }
 
   fs::path At(const char* inName) const { return directory_ / inName; }
   std::u16string WideAt(const char* inName) const { return At(inName).u16string(); }
@@ -240,11 +245,29 @@ TEST_F(CipherFile, AWriteThatFailsHalfwayLeavesTheOldFile) {
   EXPECT_EQ(NamesHere(), Names{"file"});
 }
 
+// A file system of one MiB.
+class SmallDisk {
+ public:
+  explicit SmallDisk(const fs::path& inPath) : path_(inPath) {
+    fs::create_directory(path_);
+    mounted_ = mount("tmpfs", path_.c_str(), "tmpfs", 0, "size=1m") == 0;
+  }
+  ~SmallDisk() {
+    if (mounted_) umount2(path_.c_str(), MNT_DETACH);
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+  bool IsMounted() const { return mounted_; }
+
+ private:
+  fs::path path_;
+  bool mounted_;
+};
+
 TEST_F(CipherFile, AFullDiskLeavesTheOldFile) {
   const fs::path disk = At("disk");
-  fs::create_directory(disk);
-  if (mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=1m") != 0)
-    GTEST_SKIP() << "mounting a small disk is not permitted";
+  const SmallDisk small(disk);
+  if (!small.IsMounted()) GTEST_SKIP() << "mounting a small disk is not permitted";
   const std::u16string path = disk.u16string() + u"/file";
   cipher_.EncryptBufferToFile(u"old", path, false);
   const std::string full =
@@ -256,7 +279,6 @@ TEST_F(CipherFile, AFullDiskLeavesTheOldFile) {
   EXPECT_EQ(std::distance(fs::directory_iterator(disk), {}), 1);
   cipher_.EncryptBufferToFile(u"new", path, true);
   EXPECT_EQ(cipher_.DecryptFileToBuffer(path), u"new");
-  EXPECT_EQ(umount(disk.c_str()), 0);
 }
 
 }  // namespace
