@@ -41,7 +41,7 @@ struct DerivationCost {
   unsigned char lanes;
 };
 
-// What every password operation pays: 128 MiB and 0.6 s on a 2-core EPYC virtual machine. An attack
+// What every password operation pays: 128 MiB and 0.6 to 0.8 s on a 2-core EPYC machine. An attack
 // on a stolen text pays the same for each guess, and memory is what keeps it from running thousands
 // of guesses side by side on a graphics card. A step less halves the price for both sides; callers
 // who cannot pay it have raw keys.

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Nothing secret stays behind in memory that was given back. Replaces operator delete, so it is a
-// program of its own.
+// Nothing secret stays behind in memory that was given back, and memory that runs out is a failure
+// like any other. Replaces operator new and delete, so it is a program of its own.
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <quenxml2/cipher.h>
+#include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <iterator>
 #include <new>
 #include <string>
 #include <string_view>
@@ -18,6 +22,9 @@ namespace {
 // What to look for in each block that is freed, and how often it was found.
 std::string_view gSecret;
 int gFound = 0;
+
+// The allocation that fails, counted down to 0; -1 for none.
+int gAllocationsToGo = -1;
 
 void Release(void* inBlock) {
   if (inBlock == nullptr) return;
@@ -31,6 +38,7 @@ void Release(void* inBlock) {
 }  // namespace
 
 void* operator new(std::size_t inSize) {
+  if (gAllocationsToGo >= 0 && gAllocationsToGo-- == 0) throw std::bad_alloc();
   if (void* const block = std::malloc(inSize != 0 ? inSize : 1)) return block;
   throw std::bad_alloc();
 }
@@ -95,6 +103,45 @@ TEST(Wipe, DerivedKeysAreGone) {
   // The key check is derived along with the cipher key and lies behind it in one block.
   const std::string keyCheck = data.substr(64, 32);
   EXPECT_EQ(FoundDuring(keyCheck, [&] { cipher.DecryptString(data); }), 0);
+}
+
+TEST(Memory, EveryAllocationMayFail) {
+  char pattern[] = "/tmp/quen-cipher-XXXXXX";
+  const std::filesystem::path directory = mkdtemp(pattern);
+  const std::u16string path = directory.u16string() + u"/a file whose name needs memory";
+  const std::u16string key = kRawKey;
+  CQuenAESW cipher;
+  cipher.SetKey(key);
+  const std::string data = cipher.EncryptString(kSecretText);
+  cipher.EncryptBufferToFile(kSecretText, path, true);
+
+  const std::function<void()> kOperations[] = {
+      [&] { CQuenAESW().SetKey(key); },
+      [&] { cipher.EncryptString(kSecretText); },
+      [&] { cipher.DecryptString(data); },
+      [&] { cipher.EncryptBufferToFile(kSecretText, path, true); },
+      [&] { cipher.DecryptFileToBuffer(path); },
+  };
+  for (const auto& operation : kOperations) {
+    const auto row = &operation - kOperations;
+    int failed = 0;
+    for (;; ++failed) {
+      gAllocationsToGo = failed;
+      const unsigned code = CryptoCodeOf(operation);
+      const bool armed = gAllocationsToGo >= 0;
+      gAllocationsToGo = -1;
+      if (armed) {
+        EXPECT_EQ(code, 0U) << "operation " << row;
+        break;
+      }
+      ASSERT_EQ(code, 2016U) << "operation " << row << ", allocation " << failed;
+      EXPECT_EQ(cipher.DecryptFileToBuffer(path), kSecretText) << "operation " << row;
+      EXPECT_EQ(std::distance(std::filesystem::directory_iterator(directory), {}), 1)
+          << "operation " << row << ", allocation " << failed;
+    }
+    EXPECT_GE(failed, 2) << "operation " << row;
+  }
+  std::filesystem::remove_all(directory);
 }
 
 }  // namespace
