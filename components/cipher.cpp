@@ -2,6 +2,7 @@
 #include <quenxml2/cipher.h>
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -52,6 +53,12 @@ void ReadRawKey(std::u16string_view inKey, internal::Secret& outKey) {
         static_cast<unsigned char>(HexValue(digits[2 * i]) << 4 | HexValue(digits[2 * i + 1]));
 }
 
+template <class Key>
+const internal::CallerKey& Held(const std::unique_ptr<Key>& inKey) {
+  if (inKey == nullptr) ThrowCrypto(CryptoCode::kNoKey);
+  return *inKey;
+}
+
 std::string FileName(const wstring& inPath) {
   std::string name;
   if (internal::AppendUtf8(inPath, name) != internal::kWellFormed || name.empty() ||
@@ -64,11 +71,6 @@ std::string FileName(const wstring& inPath) {
 
 CQuenAESW::CQuenAESW() noexcept = default;
 CQuenAESW::~CQuenAESW() = default;
-
-const CQuenAESW::Key& CQuenAESW::HeldKey() const {
-  if (key_ == nullptr) ThrowCrypto(CryptoCode::kNoKey);
-  return *key_;
-}
 
 void CQuenAESW::SetKey(const wstring& inKey) {
   InCryptoContext(u"CQuenAESW::SetKey", [&] {
@@ -92,18 +94,18 @@ void CQuenAESW::SetKey(const wstring& inKey) {
 
 string CQuenAESW::EncryptString(const wstring& inText) const {
   return InCryptoContext(u"CQuenAESW::EncryptString",
-                         [&] { return internal::Encipher(HeldKey(), inText); });
+                         [&] { return internal::Encipher(Held(key_), inText); });
 }
 
 wstring CQuenAESW::DecryptString(const string& inData) const {
   return InCryptoContext(u"CQuenAESW::DecryptString",
-                         [&] { return internal::Decipher(HeldKey(), inData); });
+                         [&] { return internal::Decipher(Held(key_), inData); });
 }
 
 void CQuenAESW::EncryptBufferToFile(const wstring& inBuffer, const wstring& inPath,
                                     bool inOverwrite) const {
   InCryptoContext(u"CQuenAESW::EncryptBufferToFile", [&] {
-    const internal::CallerKey& key = HeldKey();
+    const internal::CallerKey& key = Held(key_);
     const std::string path = FileName(inPath);
     internal::CheckWritable(path, inOverwrite);
     internal::WriteFileAtomically(path, internal::Encipher(key, inBuffer), inOverwrite);
@@ -112,7 +114,7 @@ void CQuenAESW::EncryptBufferToFile(const wstring& inBuffer, const wstring& inPa
 
 wstring CQuenAESW::DecryptFileToBuffer(const wstring& inPath) const {
   return InCryptoContext(u"CQuenAESW::DecryptFileToBuffer", [&] {
-    const internal::CallerKey& key = HeldKey();
+    const internal::CallerKey& key = Held(key_);
     internal::InputFile file(FileName(inPath));
     std::string data;
     file.Append(data, internal::kHeaderSize);

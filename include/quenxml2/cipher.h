@@ -66,7 +66,6 @@ class QUENXML2_API CQuenAESW {
 
  private:
   struct Key;
-  const Key& HeldKey() const;
   std::unique_ptr<Key> key_;
 };
 
