@@ -24,6 +24,11 @@ void RethrowNarrow(const CQuenXMLException2w& inException) {
 
 namespace internal {
 
+wstring Decimal(std::int64_t inNumber) {
+  const std::string digits = std::to_string(inNumber);
+  return wstring(digits.begin(), digits.end());
+}
+
 wstring DomMessage(const xercesc::DOMException& inException, const char16_t* inFallback) {
   const char16_t* const message = inException.getMessage();
   return u"DOM Error: " + wstring(message != nullptr ? message : inFallback);

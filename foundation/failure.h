@@ -65,6 +65,9 @@ decltype(auto) Guarded(const char16_t* inContext, Operation&& inOperation) {
 // "DOM Error: " and the text of the exception, or `inFallback` where it has none.
 wstring DomMessage(const xercesc::DOMException& inException, const char16_t* inFallback);
 
+// Decimal digits, for messages.
+wstring Decimal(std::int64_t inNumber);
+
 // `inText` as a string, "" for a null pointer: the engine's way of saying that there is no text.
 inline wstring OrEmpty(const char16_t* inText) {
   return inText != nullptr ? wstring(inText) : wstring();

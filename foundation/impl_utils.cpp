@@ -58,12 +58,6 @@ struct FromUtf8Clauses {
   }
 };
 
-wstring Decimal(std::size_t inNumber) {
-  wstring text;
-  for (const char digit : std::to_string(inNumber)) text += static_cast<char16_t>(digit);
-  return text;
-}
-
 // Xerces-C fills a table of allowed children when the first child is appended, without a lock.
 void WarmUpDom() {
   xercesc::DOMImplementation* const dom =
@@ -100,9 +94,9 @@ string CQuenXMLImplUtils2w::TransCodeToUTF8(const wstring& inText) const {
     const std::u16string_view text(inText.c_str());
     const std::size_t malformed = internal::AppendUtf8(text, bytes);
     if (malformed != internal::kWellFormed) {
-      ThrowXMLException2w(
-          kContext, xercesc::XMLExcepts::Trans_Unrepresentable,
-          u"UTF-8 cannot represent the lone surrogate at code unit " + Decimal(malformed));
+      ThrowXMLException2w(kContext, xercesc::XMLExcepts::Trans_Unrepresentable,
+                          u"UTF-8 cannot represent the lone surrogate at code unit " +
+                              internal::Decimal(static_cast<std::int64_t>(malformed)));
     }
     return bytes;
   });
@@ -115,7 +109,8 @@ wstring CQuenXMLImplUtils2w::TranscodeFromUTF8(const string& inBytes) const {
     const std::size_t malformed = internal::AppendUtf16(inBytes, text);
     if (malformed != internal::kWellFormed) {
       ThrowXMLException2w(kContext, xercesc::XMLExcepts::Trans_BadSrcSeq,
-                          u"The bytes are not well-formed UTF-8 at byte " + Decimal(malformed));
+                          u"The bytes are not well-formed UTF-8 at byte " +
+                              internal::Decimal(static_cast<std::int64_t>(malformed)));
     }
     const std::size_t zero = text.find(u'\0');
     if (zero != wstring::npos) text.resize(zero);

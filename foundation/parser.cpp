@@ -256,14 +256,10 @@ DocumentPtr ParseDocument(TextInput& ioInput, const ParseSettings& inSettings,
 }
 
 void ThrowParseError(const char16_t* inContext, const InputFailure& inFailure) {
-  const auto decimal = [](std::size_t inNumber) {
-    wstring text;
-    for (const char digit : std::to_string(inNumber)) text += static_cast<char16_t>(digit);
-    return text;
-  };
   ThrowXMLException2w(inContext, kParseFailure,
                       u"Parse error: [" + inFailure.message + u"] at line: " +
-                          decimal(inFailure.line) + u", Column: " + decimal(inFailure.column));
+                          Decimal(static_cast<std::int64_t>(inFailure.line)) + u", Column: " +
+                          Decimal(static_cast<std::int64_t>(inFailure.column)));
 }
 
 namespace {

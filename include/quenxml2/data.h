@@ -270,8 +270,7 @@ class QUENXML2_API CQuenXMLData2w {
   // A second handle on the node at the cursor; it does not follow later moves. Throws 1007.
   virtual CQuenXMLNode2w GetCursor();
   // Any node of the tree's document is taken, the document itself too. Throws 1007 for a null
-  // handle, 4 for a node of another document, and 1007 "cursor is NULL" on a tree that never had a
-  // root.
+  // handle, 4 for a node of another document, and 1013 on a tree that never had a root.
   virtual void SetCursor(const CQuenXMLNode2w& inNode);
   virtual void WriteToFileBinary(const wstring& inFile, std::int32_t inOverwrite) const;
 
@@ -404,7 +403,9 @@ class QUENXML2_API CQuenXMLDataImpl2w {
   CQuenXMLNode2w GetElementFromXPath(const wstring& inPath) const;
 
  private:
-  CQuenXMLNode2w Find(const wstring& inPath) const;
+  using Step = CQuenXMLNodeImpl2w (CQuenXMLNodeImpl2w::*)() const;
+  std::int32_t MoveCursor(Step inStart, Step inStep);
+  void AddLeaf(const CQuenXMLNode2w& inLeaf, const wstring& inPath, const char16_t* inContext);
 
   CQuenXMLDocument2w document_;
   std::unique_ptr<CQuenXMLNode2w> cursor_;  // none until the first successful CursorToRoot

@@ -152,6 +152,7 @@ class QUENXML2_API CQuenXMLNode2w {
 
  private:
   friend class CQuenXMLNodeImpl2w;
+  friend class CQuenXMLDataImpl2w;
 
   std::unique_ptr<CQuenXMLNodeImpl2w> impl_;
 };
@@ -224,15 +225,16 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
   friend class CQuenXMLAttr2w;
   friend class CQuenXMLDocument2w;
   friend class element_iteratorImpl2w;
+  friend class CQuenXMLDataImpl2w;
 
-  CQuenXMLElementImpl2w& Impl() const;
+  CQuenXMLElementImpl2w Impl() const;
 };
 
 // A position among the child elements of one element; other children are stepped over.
 //
 // It holds a count and a node and does not follow the tree: a change of the child elements by any
 // other way than through this iterator makes it stale, and it is then only assigned or destroyed.
-// Making one counts the children once; the count is remembered while the document stays as it is.
+// Making one counts the children, so a loop asks for end() once and not at every step.
 // `++` and `--` stop at the end and before the first element (index -1) without a failure. A
 // default-constructed iterator can be assigned, copied, compared and destroyed; it equals another
 // such one alone, and every other operation on it throws 1000 "input parent node is NULL".
@@ -268,7 +270,6 @@ class QUENXML2_API CQuenXMLElement2w::element_iterator {
  private:
   friend class CQuenXMLElement2w;
 
-  explicit element_iterator(const CQuenXMLElement2w& inElement);
   explicit element_iterator(const element_iteratorImpl2w& inImpl);
   element_iteratorImpl2w& Impl() const;
 
@@ -308,7 +309,6 @@ class QUENXML2_API CQuenXMLElement2w::attr_iterator {
  private:
   friend class CQuenXMLElement2w;
 
-  explicit attr_iterator(const CQuenXMLElement2w& inElement);
   explicit attr_iterator(const attr_iteratorImpl2w& inImpl);
   attr_iteratorImpl2w& Impl() const;
 

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "dom/document_impl.h"
+
+#include <xercesc/framework/URLInputSource.hpp>
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/XMLURL.hpp>
+
+#include "dom/clauses.h"
+#include "dom/tree_copy.h"
+#include "foundation/failure.h"
+#include "foundation/impl_utils.h"
+#include "foundation/text_input.h"
+
+namespace quen {
+
+using internal::FactoryClauses;
+using internal::Guarded;
+using internal::NodeClauses;
+using xercesc::DOMDocument;
+using xercesc::DOMNode;
+
+namespace {
+
+constexpr const char16_t* kCreateElement =
+    u"CQuenXMLDocumentImpl2w::CreateElement(const STD(wstring) inElementName)";
+constexpr const char16_t* kLoad = u"CQuenXMLDocumentImpl2w::Load(const STD(wstring) inLocation)";
+// The context of a failure that the parser reports has a trailing blank, here and in kValidate.
+constexpr const char16_t* kLoadReport =
+    u"CQuenXMLDocumentImpl2w::Load(const STD(wstring) inLocation) ";
+constexpr const char16_t* kLoadText = u"CQuenXMLDocumentImpl2w::LoadXML()";
+constexpr const char16_t* kValidate = u"CQuenXMLDocumentImpl2w::Validate() ";
+
+DOMDocument* NewDocument() {
+  return xercesc::DOMImplementationRegistry::getDOMImplementation(u"Core")->createDocument(
+      nullptr, nullptr, nullptr);
+}
+
+// What a connection brings.
+class UrlReader : public internal::ByteReader {
+ public:
+  explicit UrlReader(const xercesc::XMLURL& inUrl) : stream_(inUrl.makeNewStream()) {
+    if (stream_ == nullptr) {
+      throw internal::InputFailure{u"unable to open primary document entity '" +
+                                   wstring(inUrl.getURLText()) + u"'"};
+    }
+  }
+  std::size_t Read(char* outBytes, std::size_t inCapacity) override {
+    return stream_->readBytes(reinterpret_cast<XMLByte*>(outBytes), inCapacity);
+  }
+
+ private:
+  std::unique_ptr<xercesc::BinInputStream> stream_;
+};
+
+// The file that a "file:" URL names; its percent signs stand for bytes of UTF-8.
+string PathOfFileUrl(const xercesc::XMLURL& inUrl) {
+  const string encoded = gImplUtils.TransCodeToUTF8(internal::OrEmpty(inUrl.getPath()));
+  string path;
+  for (std::size_t i = 0; i < encoded.size(); ++i) {
+    const auto digit = [&](std::size_t at) {
+      const string digits = "0123456789abcdef0123456789ABCDEF";
+      const std::size_t value = at < encoded.size() ? digits.find(encoded[at]) : string::npos;
+      return value == string::npos ? 99U : static_cast<unsigned>(value % 16);
+    };
+    const bool isEscape = encoded[i] == '%' && digit(i + 1) < 16 && digit(i + 2) < 16;
+    path += isEscape ? static_cast<char>(digit(i + 1) * 16 + digit(i + 2)) : encoded[i];
+    if (isEscape) i += 2;
+  }
+  return path;
+}
+
+// A plain path, relative or not, is a local file; only a well-formed absolute URL goes the URL's
+// way.
+std::unique_ptr<internal::ByteReader> OpenLocation(const wstring& inLocation) {
+  try {
+    const xercesc::XMLURL url(inLocation.c_str());
+    if (!url.isRelative()) {
+      if (url.getProtocol() == xercesc::XMLURL::File)
+        return internal::OpenFile(PathOfFileUrl(url), inLocation);
+      return std::make_unique<UrlReader>(url);
+    }
+  } catch (const xercesc::MalformedURLException&) {
+  }
+  return internal::OpenFile(gImplUtils.TransCodeToUTF8(inLocation), inLocation);
+}
+
+}  // namespace
+
+CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w() : CQuenXMLNodeImpl2w(NewDocument()) {}
+
+CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLDocumentImpl2w& inOther)
+    : CQuenXMLNodeImpl2w(internal::CloneDeep(inOther.node_)),
+      schemaLocation_(inOther.schemaLocation_),
+      noNamespaceSchemaLocation_(inOther.noNamespaceSchemaLocation_),
+      validates_(inOther.validates_),
+      namespaces_(inOther.namespaces_) {}
+
+CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const DOMDocument* inDocument)
+    : CQuenXMLNodeImpl2w(internal::CloneDeep(inDocument)) {}
+
+CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLNodeImpl2w& inNode) {
+  if (inNode.GetNodeType() == CQuenXMLNode2w::DocumentNode) {
+    node_ = internal::CloneDeep(inNode.GetDOMNode());
+    return;
+  }
+  internal::DocumentPtr document(NewDocument());
+  CQuenXMLNodeImpl2w(document.get()).AppendChild(inNode);
+  node_ = document.release();
+}
+
+CQuenXMLDocumentImpl2w::~CQuenXMLDocumentImpl2w() { Document()->release(); }
+
+CQuenXMLElementImpl2w CQuenXMLDocumentImpl2w::CreateElement(const wstring& inName) {
+  return Guarded<FactoryClauses>(kCreateElement, [&] {
+    return CQuenXMLElementImpl2w(Document()->createElement(inName.c_str()));
+  });
+}
+
+CQuenXMLElementImpl2w CQuenXMLDocumentImpl2w::CreateElementNS(const wstring& inName,
+                                                              const wstring& inNamespaceURI) {
+  return Guarded<FactoryClauses>(kCreateElement, [&] {
+    return CQuenXMLElementImpl2w(
+        Document()->createElementNS(inNamespaceURI.c_str(), inName.c_str()));
+  });
+}
+
+CQuenXMLCommentImpl2w CQuenXMLDocumentImpl2w::CreateComment(const wstring& inText) {
+  return Guarded<FactoryClauses>(
+      u"CQuenXMLDocumentImpl2w::CreateComment(const STD(wstring) inElementName)",
+      [&] { return CQuenXMLCommentImpl2w(Document()->createComment(inText.c_str())); });
+}
+
+CQuenXMLCDATAImpl2w CQuenXMLDocumentImpl2w::CreateCDATA(const wstring& inText) {
+  return Guarded<FactoryClauses>(
+      u"CQuenXMLDocumentImpl2w::CreateCDATA(const STD(wstring) inElementName)",
+      [&] { return CQuenXMLCDATAImpl2w(Document()->createCDATASection(inText.c_str())); });
+}
+
+CQuenXMLPIImpl2w CQuenXMLDocumentImpl2w::CreatePI(const wstring& inTarget, const wstring& inData) {
+  return Guarded<FactoryClauses>(
+      u"CQuenXMLDocumentImpl2w::CreatePI(const STD(wstring) inElementName)", [&] {
+        return CQuenXMLPIImpl2w(
+            Document()->createProcessingInstruction(inTarget.c_str(), inData.c_str()));
+      });
+}
+
+internal::ParseSettings CQuenXMLDocumentImpl2w::Settings() const {
+  return {namespaces_ != 0, validates_ != 0, schemaLocation_, noNamespaceSchemaLocation_};
+}
+
+void CQuenXMLDocumentImpl2w::Adopt(internal::DocumentPtr inDocument) {
+  Document()->release();
+  node_ = inDocument.release();
+}
+
+void CQuenXMLDocumentImpl2w::Load(const wstring& inLocation) {
+  Adopt(Guarded<internal::LoadClauses>(kLoad, [&] {
+    std::optional<internal::TextInput> input;
+    try {
+      input.emplace(OpenLocation(inLocation), inLocation.c_str());
+    } catch (const internal::InputFailure& failure) {
+      internal::ThrowParseError(kLoadReport, failure);
+    }
+    return internal::ParseDocument(*input, Settings(), kLoadReport);
+  }));
+}
+
+void CQuenXMLDocumentImpl2w::LoadXML(const wstring& inXML) {
+  Adopt(Guarded<internal::LoadTextClauses>(kLoadText, [&] {
+    internal::TextInput input(inXML, u"CQuenXMLDocumentImpl2w");
+    return internal::ParseDocument(input, Settings(), kLoadText);
+  }));
+}
+
+void CQuenXMLDocumentImpl2w::Validate() const {
+  const wstring text = GetSubset();
+  Guarded<internal::LoadClauses>(kValidate, [&] {
+    internal::ParseSettings settings = Settings();
+    settings.namespaces = true;
+    settings.validation = true;
+    internal::TextInput input(text, u"CQuenXMLDocumentImpl2w");
+    internal::ParseDocument(input, settings, kValidate);
+  });
+}
+
+void CQuenXMLDocumentImpl2w::Normalize() {
+  Guarded<NodeClauses>(u"CQuenXMLDocumentImpl2w::Normalize()",
+                       [&] { internal::NormalizeTree(Document()); });
+}
+
+CQuenXMLElementImpl2w CQuenXMLDocumentImpl2w::GetDocumentElement() const {
+  return Guarded<NodeClauses>(u"CQuenXMLDocumentImpl2w::GetDocumentElement()", [&] {
+    return CQuenXMLElementImpl2w(Document()->getDocumentElement());
+  });
+}
+
+void CQuenXMLDocumentImpl2w::SetDocumentElement(const CQuenXMLElement2w& inElement) {
+  Guarded<NodeClauses>(u"CQuenXMLDocumentImpl2w::SetDocumentElement()", [&] {
+    DOMNode* const present = Document()->getDocumentElement();
+    DOMNode* const element = inElement.GetImpl()->GetDOMNode();
+    if (element == nullptr) {
+      if (present != nullptr) Document()->removeChild(present);
+      return;
+    }
+    DOMNode* const local = internal::LocalNode(node_, element);
+    if (local == present) return;
+    if (present == nullptr) {
+      Document()->appendChild(local);
+    } else {
+      Document()->replaceChild(local, present);
+    }
+  });
+}
+
+}  // namespace quen

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "dom/tree_copy.h"
+
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/XMLChar.hpp>
+
+#include "foundation/limits.h"
+
+namespace quen::internal {
+namespace {
+
+using xercesc::DOMDocument;
+using xercesc::DOMNode;
+
+// The node behind `inNode` in document order within the subtree of `inTop`; null at its end.
+// `ioDepth`, the level below `inTop`, follows. Entity references are not entered.
+const DOMNode* NextInSubtree(const DOMNode* inNode, const DOMNode* inTop, std::size_t& ioDepth) {
+  const DOMNode* next =
+      inNode->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE ? nullptr : inNode->getFirstChild();
+  if (next != nullptr) {
+    ++ioDepth;
+    return next;
+  }
+  while (inNode != inTop) {
+    next = inNode->getNextSibling();
+    if (next != nullptr) return next;
+    inNode = inNode->getParentNode();
+    --ioDepth;
+  }
+  return nullptr;
+}
+
+bool IsTooDeepForTheEngine(const DOMNode* inTop) {
+  std::size_t depth = 0;
+  for (const DOMNode* node = inTop; node != nullptr; node = NextInSubtree(node, inTop, depth))
+    if (depth > kMaxDepth) return true;
+  return false;
+}
+
+DOMNode* ImportWithoutRecursion(DOMDocument* inDocument, const DOMNode* inTop) {
+  DOMNode* const copy = inDocument->importNode(inTop, false);
+  DOMNode* last = copy;  // the copy of the node that the walk visited last
+  std::size_t lastDepth = 0;
+  std::size_t depth = 0;
+  for (const DOMNode* node = NextInSubtree(inTop, inTop, depth); node != nullptr;
+       node = NextInSubtree(node, inTop, depth)) {
+    DOMNode* parent = last;
+    for (std::size_t level = lastDepth + 1; level > depth; --level)
+      parent = parent->getParentNode();
+    const bool isReference = node->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE;
+    last = parent->appendChild(inDocument->importNode(node, isReference));
+    lastDepth = depth;
+  }
+  return copy;
+}
+
+// The document element is taken out for the time that the engine copies the rest, and put back:
+// only so does a document type come along.
+class WithoutDocumentElement {
+ public:
+  explicit WithoutDocumentElement(DOMDocument* ioDocument)
+      : document_(ioDocument),
+        element_(ioDocument->getDocumentElement()),
+        next_(element_->getNextSibling()) {
+    document_->removeChild(element_);
+  }
+  ~WithoutDocumentElement() { document_->insertBefore(element_, next_); }
+  WithoutDocumentElement(const WithoutDocumentElement&) = delete;
+  WithoutDocumentElement& operator=(const WithoutDocumentElement&) = delete;
+
+  const DOMNode* Element() const { return element_; }
+  // How many nodes stand behind the element.
+  std::size_t Behind() const {
+    std::size_t count = 0;
+    for (const DOMNode* node = next_; node != nullptr; node = node->getNextSibling()) ++count;
+    return count;
+  }
+
+ private:
+  DOMDocument* document_;
+  DOMNode* element_;
+  DOMNode* next_;
+};
+
+DOMNode* CloneDeepDocument(const DOMDocument* inDocument) {
+  const WithoutDocumentElement rest(const_cast<DOMDocument*>(inDocument));
+  DOMDocument* const clone = static_cast<DOMDocument*>(inDocument->cloneNode(true));
+  DOMNode* before = nullptr;
+  for (std::size_t i = rest.Behind(); i > 0; --i)
+    before = before == nullptr ? clone->getLastChild() : before->getPreviousSibling();
+  clone->insertBefore(ImportWithoutRecursion(clone, rest.Element()), before);
+  return clone;
+}
+
+bool IsBlank(const char16_t* inText) {
+  return xercesc::XMLChar1_0::isAllSpaces(inText, std::char_traits<char16_t>::length(inText));
+}
+
+void NormalizeChildren(DOMNode* ioParent, bool inStripBlanks) {
+  DOMNode* child = ioParent->getFirstChild();
+  while (child != nullptr) {
+    DOMNode* next = child->getNextSibling();
+    if (child->getNodeType() == DOMNode::TEXT_NODE) {
+      while (next != nullptr && next->getNodeType() == DOMNode::TEXT_NODE) {
+        static_cast<xercesc::DOMText*>(child)->appendData(next->getNodeValue());
+        ioParent->removeChild(next);
+        next = child->getNextSibling();
+      }
+      if (inStripBlanks && IsBlank(child->getNodeValue()))
+        ioParent->removeChild(child);
+    }
+    child = next;
+  }
+}
+
+}  // namespace
+
+DOMNode* CloneDeep(const DOMNode* inNode) {
+  if (!IsTooDeepForTheEngine(inNode)) return inNode->cloneNode(true);
+  if (inNode->getNodeType() == DOMNode::DOCUMENT_NODE)
+    return CloneDeepDocument(static_cast<const DOMDocument*>(inNode));
+  return ImportWithoutRecursion(inNode->getOwnerDocument(), inNode);
+}
+
+DOMNode* ImportDeep(DOMDocument* inDocument, const DOMNode* inNode) {
+  return IsTooDeepForTheEngine(inNode) ? ImportWithoutRecursion(inDocument, inNode)
+                                       : inDocument->importNode(inNode, true);
+}
+
+void SetAttributeText(xercesc::DOMAttr* ioAttribute, const wstring& inValue) {
+  DOMNode* const text = ioAttribute->getFirstChild();
+  const bool canReuse = text != nullptr && text->getNextSibling() == nullptr &&
+                        text->getNodeType() == DOMNode::TEXT_NODE && ioAttribute->getSpecified() &&
+                        !ioAttribute->isId();
+  if (canReuse) {
+    text->setNodeValue(inValue.c_str());
+  } else {
+    ioAttribute->setValue(inValue.c_str());
+  }
+}
+
+void CheckIsChild(const DOMNode* inParent, const DOMNode* inChild) {
+  if (inChild == nullptr || inChild->getParentNode() != inParent)
+    throw xercesc::DOMException(xercesc::DOMException::NOT_FOUND_ERR, 0);
+}
+
+void NormalizeTree(DOMDocument* ioDocument) {
+  std::size_t depth = 0;
+  for (const DOMNode* node = ioDocument; node != nullptr;
+       node = NextInSubtree(node, ioDocument, depth)) {
+    // The children change before the walk reaches them.
+    const bool isElement = node->getNodeType() == DOMNode::ELEMENT_NODE;
+    if (isElement || node == ioDocument) NormalizeChildren(const_cast<DOMNode*>(node), isElement);
+  }
+}
+
+}  // namespace quen::internal
