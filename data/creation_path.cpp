@@ -39,29 +39,6 @@ void SetAttributes(CQuenXMLElementImpl2w& ioElement, const QuenXMLData2_Node& in
     ioElement.SetAttribute(attribute.name, attribute.value);
 }
 
-// A chain of new elements, one below the other, that hangs itself under its parent at the end: also
-// when a name in it is refused, so that what was made before stays. Appending each to its parent at
-// once would make the engine look through all ancestors each time.
-class NewChain {
- public:
-  explicit NewChain(const CQuenXMLElementImpl2w& inParent) : elements_{inParent} {}
-  ~NewChain() = default;
-  NewChain(const NewChain&) = delete;
-  NewChain& operator=(const NewChain&) = delete;
-
-  CQuenXMLElementImpl2w& Add(const CQuenXMLElementImpl2w& inElement) {
-    elements_.push_back(inElement);
-    return elements_.back();
-  }
-  void Hang() {
-    for (; elements_.size() > 1; elements_.pop_back())
-      elements_[elements_.size() - 2].AppendChild(elements_.back());
-  }
-
- private:
-  std::vector<CQuenXMLElementImpl2w> elements_;
-};
-
 }  // namespace
 
 std::int32_t CQuenXMLDataImpl2w::ParsePath(wstring& inPath, QuenXMLData2_NodePosList& outList) {
@@ -151,20 +128,14 @@ std::int32_t CQuenXMLDataImpl2w::RecursePath(CQuenXMLElement2w* ioElement,
     return 1;
   }
 
-  NewChain chain(parent);
-  CQuenXMLElementImpl2w made;
-  try {
-    for (; index < end; ++index) {
-      const QuenXMLData2_Node& segment = inList.nodes[static_cast<std::size_t>(index)];
-      made = chain.Add(document_.Impl().CreateElement(segment.name));
-      if (nests) chain.Hang();
-      SetAttributes(made, segment);
-    }
-  } catch (...) {
-    chain.Hang();
-    throw;
+  CQuenXMLElementImpl2w made = parent;
+  for (; index < end; ++index) {
+    const QuenXMLData2_Node& segment = inList.nodes[static_cast<std::size_t>(index)];
+    CQuenXMLElementImpl2w child = document_.Impl().CreateElement(segment.name);
+    made.AppendNew(child);
+    SetAttributes(child, segment);
+    made = child;
   }
-  chain.Hang();
   if (index < count) {
     CQuenXMLElement2w below(made);
     RecursePath(&below, inList, index);

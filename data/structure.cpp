@@ -65,8 +65,7 @@ void CQuenXMLDataImpl2w::AddChildNode(const wstring& inName, const wstring& inPa
   if (inPath.empty()) {
     cursor_->GetImpl()->AppendChild(child);
   } else {
-    internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::AddChildNode")
-        .AppendChild(child);
+    internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::AddChildNode").AppendNew(child);
   }
 }
 
@@ -78,7 +77,7 @@ void CQuenXMLDataImpl2w::AddChildNodeNS(const wstring& inName, const wstring& in
     cursor_->GetImpl()->AppendChild(child);
   } else {
     internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::AddChildNodeNS")
-        .AppendChild(child);
+        .AppendNew(child);
   }
 }
 

@@ -64,7 +64,7 @@ void CQuenXMLDataImpl2w::AddData(const wstring& inValue, const wstring& inPath) 
   }
   CQuenXMLElementImpl2w child = document_.Impl().CreateElement(leaf);
   child.SetValue(inValue);
-  element.AppendChild(child);
+  element.AppendNew(child);
 }
 
 void CQuenXMLDataImpl2w::SetData(double inValue, const wstring& inPath) {

@@ -101,9 +101,15 @@ constexpr const char16_t* kInsertContext = u"element_iteratorImpl2w::insert()";
 CQuenXMLElementImpl2w CQuenXMLElementImpl2w::AppendElement(const wstring& inName) {
   CheckInitialized(kEndContext);
   return Guarded<NodeClauses>(kInsertContext, [&] {
-    return CQuenXMLElementImpl2w(
-        node_->appendChild(node_->getOwnerDocument()->createElement(inName.c_str())));
+    xercesc::DOMElement* const child = node_->getOwnerDocument()->createElement(inName.c_str());
+    internal::AppendNew(Element(), child);
+    return CQuenXMLElementImpl2w(child);
   });
+}
+
+void CQuenXMLElementImpl2w::AppendNew(const CQuenXMLNodeImpl2w& inNew) {
+  Guarded<NodeClauses>(u"CQuenXMLNodeImpl2w::AppendChild()",
+                       [&] { internal::AppendNew(Element(), inNew.GetDOMNode()); });
 }
 
 CQuenXMLElementImpl2w CQuenXMLElementImpl2w::AppendElement(const CQuenXMLElement2w& inElement) {

@@ -41,6 +41,9 @@ class CQuenXMLElementImpl2w : public CQuenXMLNodeImpl2w {
   attr_iteratorImpl2w attr_find(const wstring& inName) const;
   bool attr_empty() const;
 
+  // AppendChild for a node that was just made by a factory of this element's document.
+  void AppendNew(const CQuenXMLNodeImpl2w& inNew);
+
   // Null at the end of the chain.
   CQuenXMLElementImpl2w FirstChildElement() const {
     return CQuenXMLElementImpl2w(internal::FirstChildElement(node_));

@@ -166,7 +166,8 @@ void CQuenXMLNodeImpl2w::SetElementValue(const wstring& inValue) {
   if (text != nullptr) {
     static_cast<xercesc::DOMText*>(text)->setData(inValue.c_str());
   } else {
-    node_->appendChild(node_->getOwnerDocument()->createTextNode(inValue.c_str()));
+    internal::AppendNew(static_cast<xercesc::DOMElement*>(node_),
+                        node_->getOwnerDocument()->createTextNode(inValue.c_str()));
   }
 }
 
@@ -262,12 +263,9 @@ std::vector<DOMNode*> CQuenXMLNodeImpl2w::Select(const wstring& inExpression,
 std::vector<CQuenXMLNode2w> CQuenXMLNodeImpl2w::SelectNodes(const wstring& inExpression) const {
   const std::vector<DOMNode*> nodes = Select(inExpression, false);
   return Guarded<NodeClauses>(u"CQuenXMLNodeImpl2w::SelectNodes()", [&] {
-    std::vector<CQuenXMLNode2w> handles;
-    handles.reserve(nodes.size());
-    for (DOMNode* const node : nodes) {
-      // Built in place: a handle that is copied into the vector would be allocated twice.
-      handles.push_back(CQuenXMLNode2w(std::make_unique<CQuenXMLNodeImpl2w>(node)));
-    }
+    // One allocation a handle: each is made as a null one in its place and then given its node.
+    std::vector<CQuenXMLNode2w> handles(nodes.size(), CQuenXMLNode2w());
+    for (std::size_t i = 0; i < nodes.size(); ++i) handles[i].impl_->node_ = nodes[i];
     return handles;
   });
 }

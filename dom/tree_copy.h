@@ -17,6 +17,10 @@ xercesc::DOMNode* CloneDeep(const xercesc::DOMNode* inNode);
 // A deep copy of `inNode` that belongs to `inDocument`.
 xercesc::DOMNode* ImportDeep(xercesc::DOMDocument* inDocument, const xercesc::DOMNode* inNode);
 
+// Appends a node that was just made for the document of `ioParent`: without a parent, and no
+// document fragment. The engine's appendChild asks what is known here, at ten times the cost.
+void AppendNew(xercesc::DOMElement* ioParent, xercesc::DOMNode* inNew);
+
 // Sets the value of an attribute. The engine would make a new text node each time, in memory that
 // only goes with the document; this writes into the one that is there.
 void SetAttributeText(xercesc::DOMAttr* ioAttribute, const wstring& inValue);
