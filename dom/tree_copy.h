@@ -18,7 +18,8 @@ xercesc::DOMNode* CloneDeep(const xercesc::DOMNode* inNode);
 xercesc::DOMNode* ImportDeep(xercesc::DOMDocument* inDocument, const xercesc::DOMNode* inNode);
 
 // Appends a node that was just made for the document of `ioParent`: without a parent, and no
-// document fragment. The engine's appendChild asks what is known here, at ten times the cost.
+// document fragment. The engine's appendChild finds out what is known here, at ten times the cost.
+// Throws the DOM's NO_MODIFICATION_ALLOWED_ERR below an entity reference.
 void AppendNew(xercesc::DOMElement* ioParent, xercesc::DOMNode* inNew);
 
 // Sets the value of an attribute. The engine would make a new text node each time, in memory that
