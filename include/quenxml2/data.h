@@ -83,7 +83,7 @@ class QUENXML2_API CQuenXMLData2w {
   // An empty tree.
   CQuenXMLData2w();
   // A tree parsed from the text; empty text gives an empty tree. Throws 1009.
-  explicit CQuenXMLData2w(const wstring& inXML);
+  CQuenXMLData2w(const wstring& inXML);
   CQuenXMLData2w(const CQuenXMLData2w& inOther);
 
   virtual ~CQuenXMLData2w();

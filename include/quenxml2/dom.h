@@ -168,7 +168,7 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
 
   CQuenXMLElement2w(const CQuenXMLElement2w& inOther);
   // A null handle if `inNode` is no element; throws 8 if `inNode` is null itself.
-  explicit CQuenXMLElement2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLElement2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLElement2w() override;
 
   virtual CQuenXMLElement2w& operator=(const CQuenXMLElement2w& inOther);
@@ -320,7 +320,7 @@ class QUENXML2_API CQuenXMLAttr2w : public CQuenXMLNode2w {
  public:
   CQuenXMLAttr2w(const CQuenXMLAttr2w& inOther);
   // A null handle if `inNode` is no attribute; throws 8 if `inNode` is null itself.
-  explicit CQuenXMLAttr2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLAttr2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLAttr2w() override;
   CQuenXMLAttr2w& operator=(const CQuenXMLAttr2w& inOther);
 
@@ -341,7 +341,7 @@ class QUENXML2_API CQuenXMLCDATA2w : public CQuenXMLNode2w {
   CQuenXMLCDATA2w();
   CQuenXMLCDATA2w(const CQuenXMLCDATA2w& inOther);
   // A null handle if `inNode` is no CDATA section; throws 8 if `inNode` is null itself.
-  explicit CQuenXMLCDATA2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLCDATA2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLCDATA2w() override;
   CQuenXMLCDATA2w& operator=(const CQuenXMLCDATA2w& inOther);
 
@@ -357,7 +357,7 @@ class QUENXML2_API CQuenXMLComment2w : public CQuenXMLNode2w {
  public:
   CQuenXMLComment2w(const CQuenXMLComment2w& inOther);
   // A null handle if `inNode` is no comment; throws 8 if `inNode` is null itself.
-  explicit CQuenXMLComment2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLComment2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLComment2w() override;
   CQuenXMLComment2w& operator=(const CQuenXMLComment2w& inOther);
 
@@ -374,7 +374,7 @@ class QUENXML2_API CQuenXMLPI2w : public CQuenXMLNode2w {
  public:
   CQuenXMLPI2w(const CQuenXMLPI2w& inOther);
   // A null handle if `inNode` is no processing instruction; throws 8 if `inNode` is null itself.
-  explicit CQuenXMLPI2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLPI2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLPI2w() override;
   CQuenXMLPI2w& operator=(const CQuenXMLPI2w& inOther);
 
@@ -400,7 +400,7 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
   // A deep copy of a document node; from any other node a new document that holds a deep copy of
   // it. Throws 8 if `inNode` is null, and what AppendChild throws for a node that no document can
   // hold.
-  explicit CQuenXMLDocument2w(const CQuenXMLNode2w& inNode);
+  CQuenXMLDocument2w(const CQuenXMLNode2w& inNode);
   ~CQuenXMLDocument2w() override;
   CQuenXMLDocument2w& operator=(const CQuenXMLDocument2w& inOther);
 
