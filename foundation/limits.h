@@ -19,6 +19,18 @@ inline constexpr std::uint32_t kMaxDepth = 1000;
 // element with n of them cost n squared: 64,000 take 17 seconds, 10,000 half a second.
 inline constexpr std::size_t kMaxAttributes = 10000;
 
+// The squares of the numbers of attributes of all elements, added up: what a document may have
+// beside kAttributeWorkPerAttribute for each of its attributes. Without it a few hundred elements
+// at the limit above would take minutes; with it, elements of up to a thousand attributes may be as
+// many as they like.
+inline constexpr std::uint64_t kMaxAttributeWork = 200'000'000;
+inline constexpr std::uint64_t kAttributeWorkPerAttribute = 1000;
+
+// Different names of elements, of attributes, and of namespaces, each. The engine keeps names in
+// tables of a few hundred chains, so that n names cost n squared: 160,000 take four seconds, 40,000
+// a fifth of one.
+inline constexpr std::size_t kMaxDistinctNames = 50000;
+
 // Code units that entity references and attribute defaults may add to a document: 8 MiB of text.
 // Known before an entity is expanded.
 inline constexpr std::size_t kMaxExpansion = 4 * 1024 * 1024;
@@ -32,6 +44,19 @@ inline constexpr unsigned kMaxEntityDepth = 32;
 
 // Code units of an internal DTD subset, which bounds the number of its declarations too.
 inline constexpr std::size_t kMaxInternalSubset = 256 * 1024;
+
+// Attributes with a default in a DTD. The engine's tree of the declarations makes n of them cost n
+// squared, two seconds for a thousand.
+inline constexpr std::size_t kMaxAttributeDefaults = 500;
+
+// Places where an element may stand in one content model of a DTD, and how often the same name may
+// be among them; and the squares of the former over all models, added up. The engine builds an
+// automaton from a model, with up to 2 to the n states when a name stands in n places, and with the
+// square of the places in its sets. Mixed content, (#PCDATA | a | b)*, is not meant: it takes no
+// automaton.
+inline constexpr std::size_t kMaxModelPlaces = 1000;
+inline constexpr std::size_t kMaxModelRepeats = 5;
+inline constexpr std::uint64_t kMaxModelWork = 4'000'000;
 
 }  // namespace quen::internal
 

@@ -4,8 +4,12 @@
 #include <cxxabi.h>
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <mutex>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
@@ -19,7 +23,10 @@
 #include <xercesc/util/XMLEntityResolver.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/util/XMLURL.hpp>
+#include <xercesc/validators/DTD/DTDAttDef.hpp>
+#include <xercesc/validators/DTD/DTDElementDecl.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
+#include <xercesc/validators/common/ContentSpecNode.hpp>
 
 #include "foundation/entity_budget.h"
 #include "foundation/failure.h"
@@ -96,6 +103,25 @@ bool IsLocalFile(const wstring& inLocation) {
   return inLocation.compare(0, 5, u"file:") == 0;
 }
 
+// Counts different texts. A hash stands for a text: two that collide count as one, which no limit
+// minds.
+class DistinctCounter {
+ public:
+  std::size_t Add(std::u16string_view inText) {
+    const std::size_t hash = std::hash<std::u16string_view>()(inText);
+    std::size_t& recent = recent_[hash % recent_.size()];
+    if (recent != hash) {
+      recent = hash;
+      hashes_.insert(hash);
+    }
+    return hashes_.size();
+  }
+
+ private:
+  std::array<std::size_t, 256> recent_{};  // spares the look-up for names that come again and again
+  std::unordered_set<std::size_t> hashes_;
+};
+
 // The parser with the library's limits. What it refuses ends the parse by a Stop.
 class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntityResolver {
  public:
@@ -166,10 +192,20 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     XercesDOMParser::entityDecl(inEntity, inIsParameter, inIsIgnored);
   }
 
-  void startDocument() override {
-    depth_ = 0;
-    defaulted_ = 0;
-    XercesDOMParser::startDocument();
+  // The truth about a content model, however its declaration was put together.
+  void elementDecl(const xercesc::DTDElementDecl& inElement, const bool inIsIgnored) override {
+    if (inElement.getModelType() == xercesc::DTDElementDecl::Children)
+      CheckModel(const_cast<xercesc::DTDElementDecl&>(inElement).getContentSpec());
+    XercesDOMParser::elementDecl(inElement, inIsIgnored);
+  }
+
+  void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
+              const bool inIsIgnored) override {
+    const bool hasDefault = inAttribute.getDefaultType() == xercesc::XMLAttDef::Default ||
+                            inAttribute.getDefaultType() == xercesc::XMLAttDef::Fixed;
+    if (hasDefault && ++attributeDefaults_ > kMaxAttributeDefaults)
+      Refuse(u"The DTD has more attribute defaults than the limit of this library");
+    XercesDOMParser::attDef(inElement, inAttribute, inIsIgnored);
   }
 
   void startElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,
@@ -177,15 +213,9 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
                     const XMLSize_t inCount, const bool inIsEmpty, const bool inIsRoot) override {
     if (++depth_ > kMaxDepth) Refuse(u"The elements nest deeper than the limit of this library");
-    if (inCount > kMaxAttributes)
-      Refuse(u"The element has more attributes than the limit of this library");
-    for (XMLSize_t i = 0; i < inCount; ++i) {
-      const xercesc::XMLAttr* const attribute = inAttributes.elementAt(i);
-      if (attribute->getSpecified()) continue;
-      defaulted_ += std::u16string_view(attribute->getValue()).size() + kReferenceCost;
-      if (defaulted_ > kMaxExpansion)
-        Refuse(u"The attribute defaults expand beyond the limit of this library");
-    }
+    // The engine numbers element names and namespace names as it meets them.
+    if (inDeclaration.getId() > kMaxDistinctNames || inUri > kMaxDistinctNames) RefuseNames();
+    if (inCount > 0) CheckAttributes(inAttributes, inCount);
     // For an empty element this ends it too.
     XercesDOMParser::startElement(inDeclaration, inUri, inPrefix, inAttributes, inCount, inIsEmpty,
                                   inIsRoot);
@@ -198,6 +228,54 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
   }
 
  private:
+  void CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
+                       XMLSize_t inCount) {
+    if (inCount > kMaxAttributes)
+      Refuse(u"The element has more attributes than the limit of this library");
+    attributeWork_ += std::uint64_t{inCount} * inCount;
+    attributeCount_ += inCount;
+    if (attributeWork_ > kMaxAttributeWork + kAttributeWorkPerAttribute * attributeCount_)
+      Refuse(u"The elements have more attributes than the limit of this library");
+    for (XMLSize_t i = 0; i < inCount; ++i) {
+      const xercesc::XMLAttr* const attribute = inAttributes.elementAt(i);
+      const std::u16string_view name(attribute->getName());
+      if (attributeNames_.Add(attribute->getQName()) > kMaxDistinctNames) RefuseNames();
+      const bool declaresNamespace =
+          std::u16string_view(attribute->getPrefix()) == u"xmlns" || name == u"xmlns";
+      if (declaresNamespace && namespaces_.Add(attribute->getValue()) > kMaxDistinctNames)
+        RefuseNames();
+      if (attribute->getSpecified()) continue;
+      defaulted_ += std::u16string_view(attribute->getValue()).size() + kReferenceCost;
+      if (defaulted_ > kMaxExpansion)
+        Refuse(u"The attribute defaults expand beyond the limit of this library");
+    }
+  }
+
+  void CheckModel(const xercesc::ContentSpecNode* inModel) {
+    std::unordered_map<std::u16string_view, std::size_t> repeats;
+    std::size_t places = 0;
+    std::vector<const xercesc::ContentSpecNode*> waiting{inModel};
+    while (!waiting.empty()) {
+      const xercesc::ContentSpecNode* const node = waiting.back();
+      waiting.pop_back();
+      if (node == nullptr) continue;
+      if (node->getType() == xercesc::ContentSpecNode::Leaf && node->getElement() != nullptr) {
+        ++places;
+        if (++repeats[node->getElement()->getRawName()] > kMaxModelRepeats) RefuseModel();
+      }
+      waiting.push_back(node->getFirst());
+      waiting.push_back(node->getSecond());
+    }
+    modelWork_ += std::uint64_t{places} * places;
+    if (places > kMaxModelPlaces || modelWork_ > kMaxModelWork) RefuseModel();
+  }
+
+  [[noreturn]] void RefuseNames() const {
+    Refuse(u"The document has more different names than the limit of this library");
+  }
+  [[noreturn]] void RefuseModel() const {
+    Refuse(u"The content model is larger than the limit of this library");
+  }
   [[noreturn]] void Refuse(wstring inMessage) const {
     const xercesc::Locator* const place = getScanner()->getLocator();
     throw Stop{InputFailure{std::move(inMessage), static_cast<std::size_t>(place->getLineNumber()),
@@ -208,6 +286,12 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
   std::vector<wstring> schemas_;
   std::uint32_t depth_ = 0;
   std::size_t defaulted_ = 0;
+  std::size_t attributeDefaults_ = 0;
+  std::uint64_t attributeWork_ = 0;
+  std::uint64_t attributeCount_ = 0;
+  std::uint64_t modelWork_ = 0;
+  DistinctCounter attributeNames_;
+  DistinctCounter namespaces_;
 };
 
 // The engine fills tables of its schema reader on first use, without a lock.
