@@ -25,39 +25,62 @@ constexpr bool EndsName(char16_t inUnit) {
          std::u16string_view(u"\"'<>[]()|,;%&=!?*+").find(inUnit) != std::u16string_view::npos;
 }
 
+// Line ends as the parser reads them (XML 1.0, 2.11).
+std::u16string NormalizeLineEnds(std::u16string_view inLiteral) {
+  std::u16string text(inLiteral);
+  std::size_t to = 0;
+  for (std::size_t i = 0; i < inLiteral.size(); ++i) {
+    if (inLiteral[i] == u'\r' && i + 1 < inLiteral.size() && inLiteral[i + 1] == u'\n') continue;
+    text[to++] = inLiteral[i] == u'\r' ? u'\n' : inLiteral[i];
+  }
+  text.resize(to);
+  return text;
+}
+
+// The value of the character reference that `inText` begins with, behind its "&#"; `outLength` is
+// how far it goes, its semicolon included. 0x110000 for one that is no character. Looks no further
+// than the digits go, so that many references without an end cost no more than they are long.
+std::uint32_t CharacterOf(std::u16string_view inText, std::size_t& outLength) {
+  const bool isHexadecimal = !inText.empty() && inText.front() == u'x';
+  const unsigned base = isHexadecimal ? 16 : 10;
+  std::size_t i = isHexadecimal ? 1 : 0;
+  std::uint32_t code = 0;
+  const std::size_t begin = i;
+  for (; i < inText.size() && code < 0x110000; ++i) {
+    const unsigned lower = inText[i] | 0x20U;
+    const unsigned digit = inText[i] >= u'0' && inText[i] <= u'9' ? inText[i] - u'0'
+                           : lower >= 'a' && lower <= 'f'         ? lower - 'a' + 10U
+                                                                  : 99U;
+    if (digit >= base) break;
+    code = code * base + digit;
+  }
+  if (i == begin || i == inText.size() || inText[i] != u';') return 0x110000;
+  outLength = i + 1;
+  return code;
+}
+
 // Resolves the character references of an entity's literal (XML 1.0, 4.4.5). One that is no
 // character stays as it is: the parser refuses it.
 std::u16string ResolveCharacters(std::u16string_view inLiteral) {
   std::u16string text;
   std::size_t i = 0;
-  while (i < inLiteral.size()) {
-    const std::size_t end = inLiteral.find(u';', i);
-    if (inLiteral.substr(i, 2) != u"&#" || end == std::u16string_view::npos) {
-      text += inLiteral[i++];
-      continue;
-    }
-    std::u16string_view digits = inLiteral.substr(i + 2, end - i - 2);
-    const unsigned base = !digits.empty() && digits.front() == u'x' ? 16 : 10;
-    if (base == 16) digits.remove_prefix(1);
-    std::uint32_t code = digits.empty() ? 0x110000 : 0;
-    for (const char16_t unit : digits) {
-      const unsigned lower = unit | 0x20U;
-      const unsigned digit = unit >= u'0' && unit <= u'9'   ? unit - u'0'
-                             : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10U
-                                                            : 99U;
-      code = digit < base && code < 0x110000 ? code * base + digit : 0x110000;
-    }
+  for (;;) {
+    const std::size_t mark = inLiteral.find(u"&#", i);
+    text += inLiteral.substr(i, mark - i);
+    if (mark == std::u16string_view::npos) return text;
+    i = mark + 2;
+    std::size_t length = 0;
+    const std::uint32_t code = CharacterOf(inLiteral.substr(i), length);
     if (code < 0x10000) {
       text += static_cast<char16_t>(code);
     } else if (code < 0x110000) {
       text += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
       text += static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
     } else {
-      text += inLiteral.substr(i, end - i + 1);
+      text += u"&#";
     }
-    i = end + 1;
+    i += length;
   }
-  return text;
 }
 
 }  // namespace
@@ -181,7 +204,7 @@ std::optional<Refusal> EntityBudget::Examine(std::u16string_view inText) {
       if (scanner.Literal(literal)) {
         // The first declaration of a name binds (XML 1.0, 4.2).
         (isParameter ? parameter_ : general_)
-            .try_emplace(std::move(name), Entity{ResolveCharacters(literal)});
+            .try_emplace(std::move(name), Entity{ResolveCharacters(NormalizeLineEnds(literal))});
       }
     } else if (!scanner.Take(u"<!")) {
       return Refusal{u"The internal DTD subset cannot be read here", begin};
@@ -194,12 +217,13 @@ std::optional<Refusal> EntityBudget::Examine(std::u16string_view inText) {
   }
 
   std::size_t total = 0;
+  unsigned levels = 0;
   for (const std::u16string& name : parameterReferences)
-    total = Add(total, SizeOf(parameter_, name, u'%', 0));
+    total = Add(total, SizeOf(parameter_, name, u'%', 0, levels));
   if (!general_.empty()) {
     // Entity values count where they are referred to; everything else counts where it stands. The
     // values themselves lie inside the subset, so their own references count once too often.
-    total = Add(total, SizeOfReferences(general_, inText.substr(subsetBegin), u'&', 0));
+    total = Add(total, SizeOfReferences(general_, inText.substr(subsetBegin), u'&', 0, levels));
   }
   if (total > kMaxExpansion) {
     return Refusal{u"The entities of the document expand beyond the limit of this library",
@@ -209,22 +233,31 @@ std::optional<Refusal> EntityBudget::Examine(std::u16string_view inText) {
 }
 
 std::size_t EntityBudget::SizeOf(Table& ioTable, const std::u16string& inName, char16_t inMark,
-                                 unsigned inDepth) {
+                                 unsigned inDepth, unsigned& ioLevels) {
   const auto found = ioTable.find(inName);
   if (found == ioTable.end()) return 0;
   Entity& entity = found->second;
-  if (entity.state == Entity::kKnown) return entity.size;
+  if (entity.state == Entity::kKnown) {
+    ioLevels = std::max(ioLevels, entity.levels);
+    return entity.size;
+  }
   // A recursive entity has no size; one nested too deep has one that nobody wants to know.
   if (entity.state == Entity::kInProgress || inDepth >= kMaxEntityDepth) return kTooLarge;
   entity.state = Entity::kInProgress;
-  const std::size_t nested = SizeOfReferences(ioTable, entity.replacement, inMark, inDepth + 1);
-  entity.size = Add(entity.replacement.size(), nested);
+  unsigned nestedLevels = 0;
+  const std::size_t nested =
+      SizeOfReferences(ioTable, entity.replacement, inMark, inDepth + 1, nestedLevels);
+  entity.levels = nestedLevels + 1;
+  // Those below may have been known already, so that the walk did not go down to them.
+  entity.size =
+      entity.levels > kMaxEntityDepth ? kTooLarge : Add(entity.replacement.size(), nested);
   entity.state = Entity::kKnown;
+  ioLevels = std::max(ioLevels, entity.levels);
   return entity.size;
 }
 
 std::size_t EntityBudget::SizeOfReferences(Table& ioTable, std::u16string_view inText,
-                                           char16_t inMark, unsigned inDepth) {
+                                           char16_t inMark, unsigned inDepth, unsigned& ioLevels) {
   std::size_t total = 0;
   std::size_t mark = inText.find(inMark);
   while (mark != std::u16string_view::npos && total <= kMaxExpansion) {
@@ -234,7 +267,7 @@ std::size_t EntityBudget::SizeOfReferences(Table& ioTable, std::u16string_view i
       const std::u16string name(inText.substr(mark + 1, end - mark - 1));
       // A reference in the document is text of the document; one in an entity multiplies.
       if (inDepth > 0) total = Add(total, kReferenceCost);
-      total = Add(total, SizeOf(ioTable, name, inMark, inDepth));
+      total = Add(total, SizeOf(ioTable, name, inMark, inDepth, ioLevels));
     }
     mark = inText.find(inMark, end);
   }

@@ -42,16 +42,19 @@ class EntityBudget {
   struct Entity {
     std::u16string replacement;  // character references resolved
     std::size_t size = 0;
+    unsigned levels = 0;  // of entities within it, itself included
     enum { kUnknown, kInProgress, kKnown } state = kUnknown;
   };
   using Table = std::unordered_map<std::u16string, Entity>;
 
   class Scanner;
 
+  // What the entity, and what all references in a text, bring. `ioLevels` becomes as large as the
+  // levels of the deepest of them.
   std::size_t SizeOf(Table& ioTable, const std::u16string& inName, char16_t inMark,
-                     unsigned inDepth);
+                     unsigned inDepth, unsigned& ioLevels);
   std::size_t SizeOfReferences(Table& ioTable, std::u16string_view inText, char16_t inMark,
-                               unsigned inDepth);
+                               unsigned inDepth, unsigned& ioLevels);
 
   Table general_;
   Table parameter_;
