@@ -25,7 +25,6 @@
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "dom/document_order.h"
 #include "dom/selection_limits.h"
 
 namespace quen::internal {
@@ -421,11 +420,6 @@ bool Rewriter::Run(std::u16string& out) {
         copied = at = end;
       }
       before = u'a';
-    } else if (hasDocumentType_ && text_.substr(at, 2) == u"//") {
-      out.append(text_.substr(copied, at - copied));
-      out.append(u"/descendant-or-self::").append(kNode).append(u"/");
-      copied = at += 2;
-      before = u'/';
     } else {
       if (!IsBlank(c)) before = c;
       ++at;
@@ -493,18 +487,14 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
 
   const xalanc::NodeRefListBase& nodes = result->nodeset();
   const auto length = nodes.getLength();
-  const std::size_t before = outNodes.size();
-  bool hasRoot = false;
+  outNodes.reserve(outNodes.size() + (inFirstOnly ? 1 : length));
   for (xalanc::NodeRefListBase::size_type at = 0; at < length; ++at) {
     const DOMNode* const node = wrapper.mapNode(nodes.item(at));
     // XPath has no node for the document type.
     if (node->getNodeType() == DOMNode::DOCUMENT_TYPE_NODE) continue;
-    hasRoot |= node == &document;
     outNodes.push_back(const_cast<DOMNode*>(node));
+    if (inFirstOnly) break;
   }
-  // A union that holds the root comes with duplicates and out of order.
-  if (hasRoot) SortInDocumentOrder(outNodes, before);
-  if (inFirstOnly && outNodes.size() > before) outNodes.resize(before + 1);
 }
 
 }  // namespace quen::internal
