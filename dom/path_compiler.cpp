@@ -525,6 +525,11 @@ Index Compiler::ParseComparison() {
   SkipBlanks();
   const char16_t more = Peek();
   if (more == u'=' || more == u'!' || more == u'<' || more == u'>') return Fail();
+  // What Xalan-C makes of the order of booleans is nothing to promise.
+  const bool equality = relation == Relation::kEqual || relation == Relation::kNotEqual;
+  if (!equality && (TypeAt(left) == Type::kBoolean || TypeAt(right) == Type::kBoolean)) {
+    return Fail();
+  }
   At(left).next = right;
   const Index comparison = AddExpression(Operation::kCompare, left);
   if (!failed_) At(comparison).relation = relation;

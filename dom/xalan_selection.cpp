@@ -25,6 +25,7 @@
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "dom/document_order.h"
 #include "dom/selection_limits.h"
 
 namespace quen::internal {
@@ -78,6 +79,57 @@ class SealedEnvironment : public xalanc::XPathEnvSupportDefault {
     Throw(XalanDOMString(u"An extension function can not be called in a path.",
                          *xercesc::XMLPlatformUtils::fgMemoryManager));
   }
+};
+
+// The engine's own class remembers the last node whose position it told, whatever list that was:
+// in `a[@i][position()>1][position()>1]` a node may keep the position of the predicate before.
+class Execution : public xalanc::XPathExecutionContextDefault {
+ public:
+  using XPathExecutionContextDefault::XPathExecutionContextDefault;
+
+  size_type getContextNodeListPosition(const XalanNode& node) const override {
+    const xalanc::NodeRefListBase& nodes = getContextNodeList();
+    const size_type length = nodes.getLength();
+    // Nodes come one after the other.
+    if (next_ < length && nodes.item(next_) == &node) return ++next_;
+    if (next_ > 0 && next_ <= length && nodes.item(next_ - 1) == &node) return next_;
+    const size_type place = nodes.indexOf(&node);
+    if (place == xalanc::NodeRefListBase::npos) return 0;
+    return next_ = place + 1;
+  }
+
+ private:
+  mutable size_type next_ = 0;
+};
+
+// The engine's own class uses text objects again and leaves them the number that they had: in
+// `a[@k > '1' and @k < '3']` the second literal counts as 1. Text from the cache of strings comes
+// in an object of its own.
+class Objects : public xalanc::XObjectFactoryDefault {
+ public:
+  using XObjectFactoryDefault::createString;
+  using XObjectFactoryDefault::XObjectFactoryDefault;
+
+  void Use(Execution& execution) { execution_ = &execution; }
+
+  const xalanc::XObjectPtr createString(const XalanDOMString& text) override {
+    xalanc::XPathExecutionContext::GetCachedString cached(*execution_);
+    cached.get().assign(text);
+    return createString(cached);
+  }
+  const xalanc::XObjectPtr createString(const char16_t* text) override {
+    xalanc::XPathExecutionContext::GetCachedString cached(*execution_);
+    cached.get().assign(text);
+    return createString(cached);
+  }
+  const xalanc::XObjectPtr createString(const char16_t* text, xalanc::XalanSize_t length) override {
+    xalanc::XPathExecutionContext::GetCachedString cached(*execution_);
+    cached.get().assign(text, length);
+    return createString(cached);
+  }
+
+ private:
+  Execution* execution_ = nullptr;
 };
 
 // Prefixes of a document without an element.
@@ -420,6 +472,11 @@ bool Rewriter::Run(std::u16string& out) {
         copied = at = end;
       }
       before = u'a';
+    } else if (hasDocumentType_ && text_.substr(at, 2) == u"//") {
+      out.append(text_.substr(copied, at - copied));
+      out.append(u"/descendant-or-self::").append(kNode).append(u"/");
+      copied = at += 2;
+      before = u'/';
     } else {
       if (!IsBlank(c)) before = c;
       ++at;
@@ -452,8 +509,9 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
   xalanc::DOMSupportDefault domSupport;
   xalanc::XercesDocumentWrapper wrapper(memory, &document, false, build, build);
   SealedEnvironment environment;
-  xalanc::XObjectFactoryDefault objects(memory, 10, 10, 10, 5);
-  xalanc::XPathExecutionContextDefault execution(environment, domSupport, objects);
+  Objects objects(memory, 10, 10, 10, 5);
+  Execution execution(environment, domSupport, objects);
+  objects.Use(execution);
   xalanc::XPathFactoryDefault factory(memory);
   xalanc::XPathProcessorImpl processor(memory);
   SilentConstruction construction;
@@ -487,14 +545,18 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
 
   const xalanc::NodeRefListBase& nodes = result->nodeset();
   const auto length = nodes.getLength();
-  outNodes.reserve(outNodes.size() + (inFirstOnly ? 1 : length));
+  const std::size_t before = outNodes.size();
+  bool hasRoot = false;
   for (xalanc::NodeRefListBase::size_type at = 0; at < length; ++at) {
     const DOMNode* const node = wrapper.mapNode(nodes.item(at));
     // XPath has no node for the document type.
     if (node->getNodeType() == DOMNode::DOCUMENT_TYPE_NODE) continue;
+    hasRoot |= node == &document;
     outNodes.push_back(const_cast<DOMNode*>(node));
-    if (inFirstOnly) break;
   }
+  // A union that holds the root comes with duplicates and out of order.
+  if (hasRoot) SortInDocumentOrder(outNodes, before);
+  if (inFirstOnly && outNodes.size() > before) outNodes.resize(before + 1);
 }
 
 }  // namespace quen::internal
