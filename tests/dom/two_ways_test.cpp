@@ -34,9 +34,9 @@ TEST(TwoWays, AgreeOnRandomTreesAndExpressions) {
     AllNodes(*document, contexts);
     for (int number = 0; number != kExpressions; ++number) {
       const std::u16string expression = RandomExpression(choices).Make();
-      DOMNode& context =
-          choices.OneIn(2) ? *contexts[choices.Below(static_cast<std::uint32_t>(contexts.size()))]
-                           : *document->getDocumentElement();
+      DOMNode& context = choices.OneIn(2)
+                             ? *contexts[choices.Below(static_cast<std::uint32_t>(contexts.size()))]
+                             : *document->getDocumentElement();
       Nodes direct;
       if (internal::SelectDirectly(context, expression, false, direct) ==
           internal::Direct::kDeclined) {
