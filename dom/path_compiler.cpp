@@ -92,7 +92,7 @@ class Compiler {
 
   template <class Vector, class Element>
   Index Add(Vector& vector, const Element& element) {
-    if (vector.size() >= kNone - 1) return Fail();
+    if (vector.size() >= kMaxExpressionOperators) return Fail();
     vector.push_back(element);
     return static_cast<Index>(vector.size() - 1);
   }

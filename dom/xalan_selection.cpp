@@ -151,18 +151,10 @@ void StartOnce() {
   std::call_once(started, [] { new xalanc::XPathInit; });
 }
 
-const DOMNode* ParentOrOwner(const DOMNode& node) {
-  if (node.getNodeType() == DOMNode::ATTRIBUTE_NODE) {
-    return static_cast<const xercesc::DOMAttr&>(node).getOwnerElement();
-  }
-  return node.getParentNode();
-}
-
-bool IsInDocument(const DOMNode& node, const xercesc::DOMDocument& document) {
-  for (const DOMNode* at = &node; at != nullptr; at = ParentOrOwner(*at)) {
-    if (at == &document) return true;
-  }
-  return false;
+DOMNode& RootOf(DOMNode& node) {
+  DOMNode* root = &node;
+  while (DOMNode* const parent = ParentOf(*root)) root = parent;
+  return *root;
 }
 
 bool IsNameStart(char16_t c) {
@@ -172,16 +164,34 @@ bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
 bool IsBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 bool IsNameChar(char16_t c) { return IsNameStart(c) || IsDigit(c) || c == u'-' || c == u'.'; }
 
+bool IsDeeperThan(std::size_t limit, DOMNode& root) {
+  std::vector<DOMNode*> open;
+  for (DOMNode* node = root.getFirstChild(); node != nullptr || !open.empty();) {
+    if (node == nullptr) {
+      node = open.back()->getNextSibling();
+      open.pop_back();
+    } else if (DOMNode* const child = node->getFirstChild()) {
+      if (open.size() == limit) return true;
+      open.push_back(node);
+      node = child;
+    } else {
+      node = node->getNextSibling();
+    }
+  }
+  return false;
+}
+
 class RefusalScan {
  public:
   explicit RefusalScan(std::u16string_view text) : text_(text) {}
   const char16_t* Run();
 
  private:
-  enum class Call : std::uint8_t { kNone, kBracket, kText, kNumber, kOther };
+  enum class Call : std::uint8_t { kNone, kBracket, kText, kSubstring, kNumber, kOther };
   // What one argument, or what stands between two brackets, consists of.
   struct Frame {
     Call call = Call::kNone;
+    bool takesText = false;  // whether this argument is made a text
     bool arithmetic = false;
     bool data = false;       // a value from the tree
     bool unbounded = false;  // a number from the tree, or a product of such
@@ -212,8 +222,10 @@ class RefusalScan {
 };
 
 constexpr char16_t kTooLong[] = u"The expression is too long.";
+constexpr char16_t kNotText[] = u"The expression contains a character U+0000.";
 constexpr char16_t kTooDeep[] = u"The expression is nested too deeply.";
 constexpr char16_t kTooMany[] = u"The expression has too many steps and operators.";
+constexpr char16_t kTreeTooDeep[] = u"The tree is nested too deeply for this expression.";
 constexpr char16_t kNumberText[] =
     u"The expression turns a number without a known bound into text.";
 constexpr char16_t kSystemProperty[] = u"The function system-property is not available in a path.";
@@ -222,13 +234,14 @@ bool RefusalScan::Open(Call call) {
   if (depth_ == kMaxExpressionNesting) return false;
   frames_[++depth_] = Frame{};
   frames_[depth_].call = call;
+  frames_[depth_].takesText = call == Call::kText || call == Call::kSubstring;
   operandBefore_ = false;
   return true;
 }
 
 // An argument ends: false if the function makes a text of a number that may be too long.
 bool RefusalScan::EndArgument(Frame& frame) const {
-  return frame.call != Call::kText || !frame.IsUnboundedNumber();
+  return !frame.takesText || !frame.IsUnboundedNumber();
 }
 
 bool RefusalScan::Close() {
@@ -247,9 +260,8 @@ bool RefusalScan::Close() {
       }
       break;
     case Call::kBracket:
-      outer.data = true;
-      break;
     case Call::kText:
+    case Call::kSubstring:
       outer.data = true;
       break;
     case Call::kNumber:
@@ -291,6 +303,7 @@ const char16_t* RefusalScan::Name() {
                                              u"local-name", u"namespace-uri",
                                              u"node",       u"text",
                                              u"comment",    u"processing-instruction"};
+  if (name == u"substring") pendingCall_ = Call::kSubstring;  // its other arguments are numbers
   for (const auto& each : kNumbers) {
     if (name == each) pendingCall_ = Call::kNumber;
   }
@@ -306,6 +319,7 @@ const char16_t* RefusalScan::Name() {
 
 const char16_t* RefusalScan::Run() {
   if (text_.size() > kMaxExpressionLength) return kTooLong;
+  if (text_.find(u'\0') != text_.npos) return kNotText;
   while (at_ < text_.size()) {
     Frame& frame = frames_[depth_];
     const char16_t c = text_[at_];
@@ -354,6 +368,7 @@ const char16_t* RefusalScan::Run() {
         {
           Frame next;
           next.call = frame.call;
+          next.takesText = frame.call == Call::kText;
           frame = next;
         }
         operandBefore_ = false;
@@ -505,7 +520,11 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
   // A wrapper built at once numbers the nodes in document order. Without the numbers each insertion
   // into a node set searches for the order, and n nodes cost n cubed. It knows nothing of a subtree
   // that hangs nowhere in the document; such a subtree has to do without.
-  const bool build = isDocument || IsInDocument(inContext, document);
+  DOMNode& root = RootOf(inContext);
+  const bool build = &root == &document;
+  if (IsDeeperThan(kMaxTreeDepth, root) || (!build && IsDeeperThan(kMaxTreeDepth, document))) {
+    throw ExpressionRefused{kTreeTooDeep};
+  }
   xalanc::DOMSupportDefault domSupport;
   xalanc::XercesDocumentWrapper wrapper(memory, &document, false, build, build);
   SealedEnvironment environment;
