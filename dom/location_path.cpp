@@ -13,6 +13,7 @@
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
 #include "dom/document_order.h"
+#include "dom/node_access.h"
 #include "dom/number_value.h"
 #include "dom/path_program.h"
 
@@ -99,8 +100,15 @@ class Evaluator {
   bool Matches(Step& step, DOMNode* node, int type) {
     switch (step.test) {
       case NodeTest::kLocalName:
-        return step.name.Matches(node->getNodeName()) && IsPrincipal(step, node, type) &&
-               IsEmpty(node->getNamespaceURI());
+        if (const xercesc::DOMElementImpl* const element = AsElement(node)) {
+          return MatchesLocalName(step, *element);
+        }
+        if (type == DOMNode::ELEMENT_NODE) {
+          return step.name.Matches(node->getNodeName()) && step.axis != Axis::kAttribute &&
+                 IsEmpty(node->getNamespaceURI());
+        }
+        return type == DOMNode::ATTRIBUTE_NODE && step.name.Matches(node->getNodeName()) &&
+               IsPrincipal(step, node, type) && IsEmpty(node->getNamespaceURI());
       case NodeTest::kExpandedName:
         return step.name.Matches(node->getLocalName()) &&
                step.uri.Matches(node->getNamespaceURI()) && IsPrincipal(step, node, type);
@@ -111,6 +119,10 @@ class Evaluator {
       default:
         return MatchesType(step, node, type);
     }
+  }
+  static bool MatchesLocalName(Step& step, const xercesc::DOMElementImpl& element) {
+    return step.name.Matches(element.fName) && step.axis != Axis::kAttribute &&
+           IsEmpty(NamespaceOf::Get(element));
   }
   static bool IsPrincipal(const Step& step, DOMNode* node, int type) {
     if (step.axis != Axis::kAttribute) return type == DOMNode::ELEMENT_NODE;
@@ -138,8 +150,10 @@ class Evaluator {
   }
   bool PassesPredicates(Step& step, DOMNode* node, DOMNode* origin, Counters& counters, Index end);
   std::uint32_t Total(Step& step, DOMNode* origin, const Counters& counters, Index predicate);
-  bool IsExhausted(const Step& step, const Counters& counters) const;
+  static bool IsExhausted(const Step& step, const Counters& counters);
+  DOMNode* SkipToMatch(Step& step, DOMNode* node, Counters* counters);
   bool Enumerate(Step& step, DOMNode* origin, Sink& sink);
+  bool EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& sink);
 
   // Paths
   bool Find(Index set, DOMNode* context, Sink& sink);
@@ -157,6 +171,7 @@ class Evaluator {
   bool Boolean(Index index, const Focus& focus);
   double Number(Index index, const Focus& focus);
   bool Compare(const Expression& expression, const Focus& focus);
+  bool CompareAttribute(const Expression& expression, DOMNode* node);
   bool CompareNodes(Index nodes, Relation relation, Index other, const Focus& focus);
   bool CompareNodeSets(Index left, Relation relation, Index right, const Focus& focus);
   bool Contains(const Expression& expression, const Focus& focus);
@@ -202,9 +217,11 @@ bool Evaluator::VisitAxis(Axis axis, DOMNode* origin, Visitor&& visit) {
     case Axis::kSelf:
       return pass(origin);
     case Axis::kChild:
-      if (!HasChildren(origin->getNodeType())) return true;
-      for (DOMNode* node = origin->getFirstChild(); node; node = node->getNextSibling()) {
-        if (!pass(node)) return false;
+      for (DOMNode* node = FactsOf(origin).child; node != nullptr;) {
+        const NodeFacts facts = FactsOf(node);
+        if (IsForeign(facts.type)) return Decline();
+        if (!visit(node, facts.type)) return false;
+        node = facts.next;
       }
       return true;
     case Axis::kDescendant:
@@ -254,30 +271,28 @@ bool Evaluator::VisitAxis(Axis axis, DOMNode* origin, Visitor&& visit) {
 
 template <class Visitor>
 bool Evaluator::VisitDescendants(DOMNode* origin, bool withOrigin, Visitor&& visit) {
-  int type = origin->getNodeType();
+  const NodeFacts start = FactsOf(origin);
   if (withOrigin) {
-    if (IsForeign(type)) return Decline();
-    if (!visit(origin, type)) return false;
+    if (IsForeign(start.type)) return Decline();
+    if (!visit(origin, start.type)) return false;
   }
-  if (!HasChildren(type)) return true;
-  InlineVector<DOMNode*, 32> open;
-  DOMNode* node = origin->getFirstChild();
-  for (;;) {
+  InlineVector<DOMNode*, 32> rest;  // where to go on when a subtree has ended
+  for (DOMNode* node = start.child;;) {
     if (node == nullptr) {
-      if (open.empty()) return true;
-      node = open.back()->getNextSibling();
-      open.pop_back();
+      if (rest.empty()) return true;
+      node = rest.back();
+      rest.pop_back();
       continue;
     }
-    type = node->getNodeType();
-    if (IsForeign(type)) return Decline();
-    if (!visit(node, type)) return false;
-    DOMNode* const child = type == DOMNode::ELEMENT_NODE ? node->getFirstChild() : nullptr;
-    if (child != nullptr) {
-      open.push_back(node);
-      node = child;
+    PrefetchBehind(node);
+    const NodeFacts facts = FactsOf(node);
+    if (IsForeign(facts.type)) return Decline();
+    if (!visit(node, facts.type)) return false;
+    if (facts.child != nullptr) {
+      if (facts.next != nullptr) rest.push_back(facts.next);
+      node = facts.child;
     } else {
-      node = node->getNextSibling();
+      node = facts.next;
     }
   }
 }
@@ -347,6 +362,11 @@ bool Evaluator::PassesPredicates(Step& step, DOMNode* node, DOMNode* origin, Cou
     Focus focus{node, 0, 0};
     if (predicate.usesPosition || predicate.usesLast) {
       focus.position = ++counters.reached[counter];
+      if (counter == 0 && step.place != 0 && at == step.predicates) {
+        if (focus.position != step.place) return false;
+        ++counter;
+        continue;
+      }
       if (predicate.usesLast) {
         std::uint32_t& total = counters.total[counter];
         if (total == 0) total = Total(step, origin, counters, at) + 1;
@@ -375,16 +395,54 @@ std::uint32_t Evaluator::Total(Step& step, DOMNode* origin, const Counters& coun
 }
 
 // Whether the first predicate is a position that has been passed: `b[5]` ends at the fifth.
-bool Evaluator::IsExhausted(const Step& step, const Counters& counters) const {
-  const Expression& first = program_.expressions[step.predicates];
-  if (first.operation != Operation::kCompare || first.relation != Relation::kEqual) return false;
-  const Expression& left = program_.expressions[first.first];
-  const Expression& right = program_.expressions[left.next];
-  return left.operation == Operation::kPosition && right.operation == Operation::kNumber &&
-         !(counters.reached[0] < right.number);
+bool Evaluator::IsExhausted(const Step& step, const Counters& counters) {
+  return step.place != 0 && counters.reached[0] >= step.place;
+}
+
+// `//name`, the walk over most nodes, on its own.
+bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& sink) {
+  Counters none;
+  InlineVector<DOMNode*, 32> rest;
+  for (DOMNode* node = FactsOf(origin).child;;) {
+    if (node == nullptr) {
+      if (rest.empty()) return true;
+      node = rest.back();
+      rest.pop_back();
+    }
+    PrefetchBehind(node);
+    DOMNode* next = nullptr;
+    DOMNode* child = nullptr;
+    if (const xercesc::DOMElementImpl* const element = AsElement(node)) {
+      next = element->fChild.nextSibling;
+      child = element->fParent.fFirstChild;
+      if (MatchesLocalName(step, *element) && Accepts(step, node, origin, none) &&
+          !sink.Take(node)) {
+        return false;
+      }
+    } else {
+      const NodeFacts facts = FactsOf(node);
+      if (IsForeign(facts.type)) return Decline();
+      next = facts.next;
+      child = facts.child;
+      if (Matches(step, node, facts.type) && Accepts(step, node, origin, none) &&
+          !sink.Take(node)) {
+        return false;
+      }
+    }
+    if (declined_) return false;
+    if (child != nullptr) {
+      if (next != nullptr) rest.push_back(next);
+      node = child;
+    } else {
+      node = next;
+    }
+  }
 }
 
 bool Evaluator::Enumerate(Step& step, DOMNode* origin, Sink& sink) {
+  if (step.axis == Axis::kDescendant && step.test == NodeTest::kLocalName && step.positions == 0) {
+    return EnumerateDescendantsByName(step, origin, sink);
+  }
   Counters counters;
   if (step.positions != 0) counters = Counters{};
   bool wanted = true;
@@ -394,6 +452,23 @@ bool Evaluator::Enumerate(Step& step, DOMNode* origin, Sink& sink) {
     return !declined_ && !(step.positions != 0 && IsExhausted(step, counters));
   });
   return wanted && !declined_;
+}
+
+// The first node from `node` on along its siblings that the step may take. Nodes before the place
+// of `b[n]` are counted and passed over.
+DOMNode* Evaluator::SkipToMatch(Step& step, DOMNode* node, Counters* counters) {
+  while (node != nullptr) {
+    const NodeFacts facts = FactsOf(node);
+    if (Matches(step, node, facts.type)) {
+      if (step.place == 0 || counters->reached[0] + 1 >= step.place) return node;
+      ++counters->reached[0];
+    } else if (IsForeign(facts.type)) {
+      Decline();
+      return nullptr;
+    }
+    node = facts.next;
+  }
+  return nullptr;
 }
 
 // ---- downward paths: one walk in document order for all steps of all paths
@@ -450,6 +525,10 @@ bool Evaluator::EmitAttributes(const PathSet& set, std::uint64_t steps, DOMNode*
 }
 
 bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, Sink& sink) {
+  if ((start & set.last & set.descendant) == start && (start & (start - 1)) == 0) {
+    const auto bit = static_cast<unsigned>(__builtin_ctzll(start));
+    return Enumerate(program_.steps[program_.walkSteps[set.steps + bit]], origin, sink);
+  }
   struct Level {
     DOMNode* parent;
     DOMNode* node;
@@ -480,7 +559,7 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
     const std::uint64_t child = ready & set.child;
     below |= ready & anywhere;
     if ((child | below) == 0 || !HasChildren(type)) return true;
-    DOMNode* const first = node->getFirstChild();
+    DOMNode* const first = FactsOf(node).child;
     if (first == nullptr) return true;
     levels.push_back({node, first, child, below});
     if (row != 0) {
@@ -497,17 +576,49 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
   if (declined_ || !enter(origin, originType, found, ready, 0)) return false;
   while (!levels.empty()) {
     Level& level = levels.back();
-    DOMNode* const node = level.node;
+    DOMNode* node = level.node;
     if (node == nullptr || (level.child | level.below) == 0) {
       levels.pop_back();
       counters.Shrink(counters.size() - row);
       continue;
     }
-    level.node = node->getNextSibling();
-    const int type = node->getNodeType();
+    Counters* const own = row == 0 ? nullptr : counters.end() - row;
+    if (level.below == 0 && (level.child & (level.child - 1)) == 0) {
+      // One step alone, as on most levels of most paths.
+      const std::uint64_t mask = level.child;
+      const auto bit = static_cast<unsigned>(__builtin_ctzll(mask));
+      Step& step = program_.steps[program_.walkSteps[set.steps + bit]];
+      Counters none;
+      Counters& counter = step.positions == 0 ? none : own[bit];
+      node = SkipToMatch(step, node, &counter);
+      if (node == nullptr) {
+        if (declined_) return false;
+        level.node = nullptr;
+        continue;
+      }
+      const NodeFacts facts = FactsOf(node);
+      level.node = facts.next;
+      const bool accepted = Accepts(step, node, level.parent, counter);
+      if (declined_) return false;
+      if (step.positions != 0 && IsExhausted(step, counter)) level.node = nullptr;
+      if (!accepted) continue;
+      found = mask;
+      ready = 0;
+      if ((set.last & mask) == 0) {
+        ready = mask << 1;
+        if ((ready & (set.self | set.descendantOrSelf)) != 0) {
+          ready = Reach(set, 0, ready, node, facts.type, level.parent, own, found);
+          if (declined_) return false;
+        }
+      }
+      if (!enter(node, facts.type, found, ready, 0)) return false;
+      continue;
+    }
+    const NodeFacts facts = FactsOf(node);
+    level.node = facts.next;
+    const int type = facts.type;
     if (IsForeign(type)) return Decline();
     found = 0;
-    Counters* const own = row == 0 ? nullptr : counters.end() - row;
     const std::uint64_t below = level.below;
     const std::uint64_t child = level.child;
     ready = Reach(set, child | below, 0, node, type, level.parent, own, found);
@@ -969,10 +1080,32 @@ bool Evaluator::CompareNodeSets(Index left, Relation relation, Index right, cons
   return holds && !declined_;
 }
 
+// `@name = 'text'` and `@name != 'text'`: at most one attribute has the name.
+bool Evaluator::CompareAttribute(const Expression& expression, DOMNode* node) {
+  if (node->getNodeType() != DOMNode::ELEMENT_NODE) return false;
+  const xercesc::DOMNamedNodeMap* const attributes = node->getAttributes();
+  if (attributes == nullptr) return false;
+  Step& step = program_.steps[expression.attribute];
+  const Expression& left = program_.expressions[expression.first];
+  const std::u16string_view text =
+      left.operation == Operation::kLiteral ? left.text : program_.expressions[left.next].text;
+  const XMLSize_t length = attributes->getLength();
+  for (XMLSize_t at = 0; at != length; ++at) {
+    DOMNode* const attribute = attributes->item(at);
+    if (Matches(step, attribute, DOMNode::ATTRIBUTE_NODE)) {
+      return TextEquals(attribute, text) == (expression.relation == Relation::kEqual) && !declined_;
+    }
+  }
+  return false;
+}
+
 bool Evaluator::Compare(const Expression& expression, const Focus& focus) {
   const Index left = expression.first;
   const Index right = program_.expressions[left].next;
   const Relation relation = expression.relation;
+  if (expression.attribute != kNone && IsEquality(relation)) {
+    return CompareAttribute(expression, focus.node);
+  }
   const Type leftType = TypeOf(program_.expressions[left].operation);
   const Type rightType = TypeOf(program_.expressions[right].operation);
   if (leftType == Type::kNodes) {

@@ -102,6 +102,7 @@ class Compiler {
     expression.first = first;
     expression.next = kNone;
     expression.path = kNone;
+    expression.attribute = kNone;
     for (Index each = first; each != kNone; each = At(each).next) {
       expression.usesPosition |= At(each).usesPosition;
       expression.usesLast |= At(each).usesLast;
@@ -140,6 +141,8 @@ class Compiler {
   }
   Index MakeArithmetic(Index first);
   bool IsSingleValue(Index index);
+  Index AttributeByName(Index left, Index right);
+  std::uint32_t FixedPlace(Index predicate);
 
   const char16_t* at_;
   const char16_t* const end_;
@@ -239,6 +242,7 @@ Index Compiler::AddStep(Axis axis, NodeTest test) {
   step.axis = axis;
   step.test = test;
   step.positions = 0;
+  step.place = 0;
   step.next = kNone;
   step.predicates = kNone;
   step.name.Set({});
@@ -408,6 +412,7 @@ void Compiler::ParsePredicates(Index step) {
       }
     }
     if (previous == kNone) {
+      owner.place = FixedPlace(predicate);
       owner.predicates = predicate;
     } else {
       At(previous).next = predicate;
@@ -532,8 +537,39 @@ Index Compiler::ParseComparison() {
   }
   At(left).next = right;
   const Index comparison = AddExpression(Operation::kCompare, left);
-  if (!failed_) At(comparison).relation = relation;
+  if (failed_) return kNone;
+  At(comparison).relation = relation;
+  At(comparison).attribute = AttributeByName(left, right);
   return comparison;
+}
+
+// The step of a path that is `@name`, compared with a literal as texts; else kNone.
+Index Compiler::AttributeByName(Index left, Index right) {
+  const Index other = TypeAt(left) == Type::kNodes ? right : left;
+  const Index nodes = other == right ? left : right;
+  if (At(nodes).operation != Operation::kPath || At(other).operation != Operation::kLiteral) {
+    return kNone;
+  }
+  const Path& path = program_.paths[program_.sets[At(nodes).path].first];
+  if (path.length != 1 || path.absolute || path.next != kNone) return kNone;
+  const Step& step = program_.steps[path.first];
+  const bool isName = step.test == NodeTest::kLocalName || step.test == NodeTest::kExpandedName;
+  return step.axis == Axis::kAttribute && isName && step.predicates == kNone ? path.first : kNone;
+}
+
+// The n of `position() = n`, n a whole number from 1 on; else 0.
+std::uint32_t Compiler::FixedPlace(Index predicate) {
+  const Expression& comparison = At(predicate);
+  if (comparison.operation != Operation::kCompare || comparison.relation != Relation::kEqual) {
+    return 0;
+  }
+  const Expression& left = At(comparison.first);
+  const Expression& right = At(left.next);
+  if (left.operation != Operation::kPosition || right.operation != Operation::kNumber) return 0;
+  constexpr double kMost = 4294967295.0;
+  if (!(right.number >= 1 && right.number <= kMost)) return 0;
+  const auto place = static_cast<std::uint32_t>(right.number);
+  return place == right.number ? place : 0;
 }
 
 // Whether the value is one number or text, or a node set whose first node a walk finds first.

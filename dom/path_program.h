@@ -78,6 +78,7 @@ struct Step {
   Axis axis;
   NodeTest test;
   std::uint8_t positions;  // predicates that look at position() or last()
+  std::uint32_t place;     // n of a first predicate [n], else 0
   Index next;              // step of the same path
   Index predicates;        // first predicate, linked by Expression::next
   NameMatcher name;
@@ -139,7 +140,8 @@ struct Expression {
   bool usesLast;
   Index first;
   Index next;
-  Index path;  // kPath: index of a PathSet
+  Index path;       // kPath: index of a PathSet
+  Index attribute;  // kCompare of `@name` with a literal: the step
   double number;
   std::u16string_view text;
 };

@@ -22,7 +22,8 @@ inline constexpr std::size_t kMaxExpressionNesting = 100;
 inline constexpr std::size_t kMaxExpressionOperators = 1000;
 
 // Levels of elements in a tree that Xalan-C is let loose on. It builds the text of an element
-// recursively: on a stack of 512 KiB it crashes at 10,775 levels. The direct evaluator has no limit.
+// recursively: on a stack of 512 KiB it crashes at 10,775 levels. The direct evaluator has no
+// limit.
 inline constexpr std::size_t kMaxTreeDepth = 4000;
 
 // Decimal digits that a number in text position may reach. Xalan-C 1.12 writes a number of more
