@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dom/path_program.h"
 
+#include <xalanc/PlatformSupport/XalanXMLChar.hpp>
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/util/XMLChar.hpp>
 
 #include "dom/number_value.h"
 #include "dom/selection_limits.h"
@@ -34,13 +34,16 @@ class Compiler {
 
   static bool IsBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
   static bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
+  // Beyond ASCII the names that Xalan-C takes, which are fewer than the parser's.
   static bool IsNameStart(char16_t c) {
     return c < 0x80 ? (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_'
-                    : xercesc::XMLChar1_0::isFirstNCNameChar(c);
+                    : xalanc::XalanXMLChar::isLetter(c);
   }
   static bool IsNameChar(char16_t c) {
     return c < 0x80 ? IsNameStart(c) || IsDigit(c) || c == u'-' || c == u'.'
-                    : xercesc::XMLChar1_0::isNCNameChar(c);
+                    : xalanc::XalanXMLChar::isLetter(c) || xalanc::XalanXMLChar::isDigit(c) ||
+                          xalanc::XalanXMLChar::isCombiningChar(c) ||
+                          xalanc::XalanXMLChar::isExtender(c);
   }
 
   void SkipBlanks() {

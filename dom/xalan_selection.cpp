@@ -2,7 +2,6 @@
 #include "dom/xalan_selection.h"
 
 #include <cstdint>
-#include <mutex>
 
 #include <xalanc/DOMSupport/DOMSupportDefault.hpp>
 #include <xalanc/PlatformSupport/PrefixResolver.hpp>
@@ -146,9 +145,9 @@ class NoPrefixes : public xalanc::PrefixResolver {
 };
 
 void StartOnce() {
-  static std::once_flag started;
-  // Never destroyed: trees may be used while static objects of other libraries end.
-  std::call_once(started, [] { new xalanc::XPathInit; });
+  // Never destroyed: trees may be used while static objects of other libraries end. The language
+  // runs this once, whichever thread comes first.
+  [[maybe_unused]] static const auto* const init = new xalanc::XPathInit;
 }
 
 DOMNode& RootOf(DOMNode& node) {
