@@ -9,6 +9,8 @@
 #include <quenxml2/dom.h>
 #include <quenxml2/exceptions.h>
 #include <quenxml2/message_base.h>
+#include <quenxml2/narrow.h>
 #include <quenxml2/types.h>
+#include <quenxml2/utils.h>
 
 #endif  // QUENXML2_QUENXML2_H_

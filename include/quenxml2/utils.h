@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Whether a text may be the name of an element, asked before a node or a path is made of it.
+//
+//   quen::CQuenXMLUtils2::IsValidElementName("order");     // 1
+//   quen::CQuenXMLUtils2::IsValidElementName("2nd-item");  // 0
+#ifndef QUENXML2_UTILS_H_
+#define QUENXML2_UTILS_H_
+
+#include <cstdint>
+
+#include <quenxml2/export.h>
+#include <quenxml2/types.h>
+
+namespace quen {
+
+class QUENXML2_API CQuenXMLUtils2w {
+ public:
+  // 1 if the text up to its first zero unit is a Name of XML 1.0, else 0. Colons may stand anywhere
+  // in a Name; prefixes are not looked at. Raises nothing.
+  static std::int32_t IsValidElementName(const wstring& inName);
+};
+
+class QUENXML2_API CQuenXMLUtils2 {
+ public:
+  // The same for UTF-8. Text that is not well-formed raises a CQuenXMLException2w.
+  static std::int32_t IsValidElementName(const string& inName);
+};
+
+}  // namespace quen
+
+#endif  // QUENXML2_UTILS_H_
