@@ -1,7 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The widths of the library as a test parameter, so that the same rows run through each. Rows are
-// UTF-8; `Text` and `Utf8` cross.
+// The two widths of the library as one test parameter, so that the same rows run through both. Rows
+// are UTF-8; `Text` and `Utf8` cross.
+//
+//   template <class Width> class SetData : public testing::Test {};
+//   TYPED_TEST_SUITE(SetData, quen::test::Widths, quen::test::WidthNames);
+//
+//   TYPED_TEST(SetData, Rows) {
+//     using W = TypeParam;
+//     for (const SetCase& row : kSetCases) {
+//       SCOPED_TRACE(row.what);
+//       typename W::Data tree(W::Text(row.xml));
+//       const std::string failure =
+//           quen::test::Failure<W>([&] { tree.SetData(W::Text("9"), W::Text(row.path)); });
+//       EXPECT_EQ(failure.empty() ? quen::test::Whole<W>(tree) : failure, row.outcome);
+//     }
+//   }
 #ifndef QUENXML2_TESTS_SUPPORT_WIDTHS_H_
 #define QUENXML2_TESTS_SUPPORT_WIDTHS_H_
 
@@ -14,6 +28,8 @@
 #include <quenxml2/data.h>
 #include <quenxml2/dom.h>
 #include <quenxml2/exceptions.h>
+#include <quenxml2/narrow.h>
+#include <quenxml2/utils.h>
 
 #include "foundation/utf.h"
 
@@ -30,6 +46,7 @@ struct WideTypes {
   using PI = CQuenXMLPI2w;
   using Document = CQuenXMLDocument2w;
   using Data = CQuenXMLData2w;
+  using Utils = CQuenXMLUtils2w;
 
   static String Text(std::string_view inUtf8) {
     String text;
@@ -40,7 +57,24 @@ struct WideTypes {
   static std::string Utf8(const String& inText) { return internal::ToUtf8Lossy(inText); }
 };
 
-using Widths = testing::Types<WideTypes>;
+struct NarrowTypes {
+  using String = string;
+  using Exception = CQuenXMLException2;
+  using Node = CQuenXMLNode2;
+  using Element = CQuenXMLElement2;
+  using Attr = CQuenXMLAttr2;
+  using CDATA = CQuenXMLCDATA2;
+  using Comment = CQuenXMLComment2;
+  using PI = CQuenXMLPI2;
+  using Document = CQuenXMLDocument2;
+  using Data = CQuenXMLData2;
+  using Utils = CQuenXMLUtils2;
+
+  static String Text(std::string_view inUtf8) { return String(inUtf8); }
+  static std::string Utf8(const String& inText) { return inText; }
+};
+
+using Widths = testing::Types<WideTypes, NarrowTypes>;
 
 struct WidthNames {
   template <class Width>
