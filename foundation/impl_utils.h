@@ -31,6 +31,8 @@ class CQuenXMLImplUtils2w {
   // UTF-16 to UTF-8. The text ends at its first zero unit. A surrogate without its partner raises
   // the code XMLExcepts::Trans_Unrepresentable. These two keep no state: any thread may call them.
   string TransCodeToUTF8(const wstring& inText) const;
+  // In the place of what `outBytes` holds, which stays after a failure.
+  void TransCodeToUTF8(const wstring& inText, string& outBytes) const;
   // UTF-8 to UTF-16. All bytes are checked; the result ends at the first zero unit. A malformed
   // sequence raises the code XMLExcepts::Trans_BadSrcSeq.
   wstring TranscodeFromUTF8(const string& inBytes) const;

@@ -3,23 +3,19 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace quen::internal {
 namespace {
 
 using Byte = unsigned char;
 
-// Number of leading ASCII bytes, eight at a time.
-std::size_t AsciiRun(const char* inBytes, std::size_t inLength) {
+// Whether the eight bytes from `inBytes` on are ASCII.
+bool IsAscii(const char* inBytes) {
   constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  std::size_t i = 0;
-  for (; i + 8 <= inLength; i += 8) {
-    std::uint64_t word;
-    std::memcpy(&word, inBytes + i, sizeof word);
-    if ((word & kHighBits) != 0) break;
-  }
-  while (i < inLength && static_cast<Byte>(inBytes[i]) < 0x80) ++i;
-  return i;
+  std::uint64_t word;
+  std::memcpy(&word, inBytes, sizeof word);
+  return (word & kHighBits) == 0;
 }
 
 // The shape of a sequence by its first byte: its length, and the range of its second byte. That
@@ -89,70 +85,131 @@ std::size_t AsciiRun(const char16_t* inText, std::size_t inLength) {
   return i;
 }
 
-}  // namespace
-
-std::size_t AppendUtf16(std::string_view inBytes, std::u16string& outText) {
-  const std::size_t before = outText.size();
-  // One unit a byte is the upper bound: only 4-byte sequences make two units.
-  outText.resize(before + inBytes.size());
-  char16_t* out = outText.data() + before;
+// Writes the UTF-16 form of `inBytes`, which has room for one unit a byte: only a sequence of four
+// bytes makes two units. Returns the end of what was written.
+char16_t* PutText(std::string_view inBytes, char16_t* outText, std::size_t& outMalformed) {
   const char* const data = inBytes.data();
   const std::size_t size = inBytes.size();
-  std::size_t malformed = kWellFormed;
+  outMalformed = kWellFormed;
   std::size_t i = 0;
   while (i < size) {
-    const std::size_t ascii = AsciiRun(data + i, size - i);
-    for (std::size_t k = 0; k < ascii; ++k) out[k] = static_cast<Byte>(data[i + k]);
-    out += ascii;
-    i += ascii;
-    if (i == size) break;
+    if (i + 8 <= size && IsAscii(data + i)) {
+      for (std::size_t k = 0; k < 8; ++k) outText[k] = static_cast<Byte>(data[i + k]);
+      outText += 8;
+      i += 8;
+      continue;
+    }
     const Byte first = static_cast<Byte>(data[i]);
+    if (first < 0x80) {
+      *outText++ = first;
+      ++i;
+      continue;
+    }
     const Lead lead = LeadOf(first);
     if (lead.length == 0 || ValidPrefix(lead, data + i, size - i) < lead.length) {
-      malformed = i;
+      outMalformed = i;
       break;
     }
     std::uint32_t codePoint = first & (0x7FU >> lead.length);
     for (unsigned k = 1; k < lead.length; ++k)
       codePoint = (codePoint << 6) | (static_cast<Byte>(data[i + k]) & 0x3FU);
     if (codePoint < 0x10000) {
-      *out++ = static_cast<char16_t>(codePoint);
+      *outText++ = static_cast<char16_t>(codePoint);
     } else {
       codePoint -= 0x10000;
-      *out++ = static_cast<char16_t>(0xD800 + (codePoint >> 10));
-      *out++ = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+      *outText++ = static_cast<char16_t>(0xD800 + (codePoint >> 10));
+      *outText++ = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
     }
     i += lead.length;
   }
-  outText.resize(static_cast<std::size_t>(out - outText.data()));
-  return malformed;
+  return outText;
 }
 
-std::size_t AppendUtf8(std::u16string_view inText, std::string& outBytes) {
-  const std::size_t before = outBytes.size();
+// Writes the UTF-8 form of `inText`, which has room for three bytes a unit: a surrogate pair, two
+// units, takes four. Returns the end of what was written.
+char* PutText(std::u16string_view inText, char* outBytes, std::size_t& outMalformed) {
   const char16_t* const data = inText.data();
   const std::size_t size = inText.size();
-  const std::size_t ascii = AsciiRun(data, size);
-  // Three bytes a unit is the upper bound: a surrogate pair, two units, takes four.
-  outBytes.resize(before + ascii + 3 * (size - ascii));
-  char* out = outBytes.data() + before;
-  for (std::size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(data[k]);
-  out += ascii;
-  std::size_t malformed = kWellFormed;
-  for (std::size_t i = ascii; i < size; ++i) {
+  outMalformed = kWellFormed;
+  for (std::size_t i = 0; i < size; ++i) {
     std::uint32_t codePoint = data[i];
     if (IsSurrogate(data[i])) {
       if (!IsHighSurrogate(data[i]) || i + 1 == size || !IsLowSurrogate(data[i + 1])) {
-        malformed = i;
+        outMalformed = i;
         break;
       }
       codePoint = 0x10000 + ((codePoint & 0x3FF) << 10) + (data[i + 1] & 0x3FFU);
       ++i;
     }
-    out = PutUtf8(codePoint, out);
+    outBytes = PutUtf8(codePoint, outBytes);
   }
-  outBytes.resize(static_cast<std::size_t>(out - outBytes.data()));
+  return outBytes;
+}
+
+// Texts up to this length are written on the stack first: the string is then made at its size, and
+// not cleared before it is written.
+constexpr std::size_t kShortText = 128;
+
+}  // namespace
+
+std::size_t AppendUtf16(std::string_view inBytes, std::u16string& outText) {
+  std::size_t malformed = kWellFormed;
+  if (inBytes.size() <= kShortText) {
+    char16_t text[kShortText];
+    const char16_t* const end = PutText(inBytes, text, malformed);
+    outText.append(text, static_cast<std::size_t>(end - text));
+    return malformed;
+  }
+  const std::size_t before = outText.size();
+  outText.resize(before + inBytes.size());
+  const char16_t* const end = PutText(inBytes, outText.data() + before, malformed);
+  outText.resize(static_cast<std::size_t>(end - outText.data()));
   return malformed;
+}
+
+std::size_t AppendUtf8(std::u16string_view inText, std::string& outBytes) {
+  std::size_t malformed = kWellFormed;
+  if (inText.size() <= kShortText) {
+    char bytes[3 * kShortText];
+    const char* const end = PutText(inText, bytes, malformed);
+    outBytes.append(bytes, static_cast<std::size_t>(end - bytes));
+    return malformed;
+  }
+  const std::size_t before = outBytes.size();
+  const std::size_t ascii = AsciiRun(inText.data(), inText.size());
+  outBytes.resize(before + ascii + 3 * (inText.size() - ascii));
+  char* out = outBytes.data() + before;
+  for (std::size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(inText[k]);
+  out = PutText(inText.substr(ascii), out + ascii, malformed);
+  outBytes.resize(static_cast<std::size_t>(out - outBytes.data()));
+  return malformed == kWellFormed ? kWellFormed : malformed + ascii;
+}
+
+std::size_t AssignUtf8(std::u16string_view inText, std::string& outBytes) {
+  std::size_t malformed = kWellFormed;
+  if (inText.size() <= kShortText) {
+    char bytes[3 * kShortText];
+    const char* const end = PutText(inText, bytes, malformed);
+    if (malformed == kWellFormed) outBytes.assign(bytes, static_cast<std::size_t>(end - bytes));
+    return malformed;
+  }
+  std::string text;
+  malformed = AppendUtf8(inText, text);
+  if (malformed == kWellFormed) outBytes = std::move(text);
+  return malformed;
+}
+
+std::u16string_view UpToZero(const std::u16string& inText) {
+  constexpr std::uint64_t kOnes = 0x0001000100010001;
+  constexpr std::uint64_t kHighBits = 0x8000800080008000;
+  std::size_t i = 0;
+  for (; i + 4 <= inText.size(); i += 4) {
+    std::uint64_t word;
+    std::memcpy(&word, inText.data() + i, sizeof word);
+    if (((word - kOnes) & ~word & kHighBits) != 0) break;
+  }
+  while (i < inText.size() && inText[i] != u'\0') ++i;
+  return std::u16string_view(inText.data(), i);
 }
 
 std::string ToUtf8Lossy(std::u16string_view inText) {

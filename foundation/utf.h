@@ -24,6 +24,12 @@ std::size_t AppendUtf16(std::string_view inBytes, std::u16string& outText);
 // surrogate without its partner; what stands before it has been appended then.
 std::size_t AppendUtf8(std::u16string_view inText, std::string& outBytes);
 
+// As AppendUtf8, in the place of what `outBytes` holds, which stays if `inText` is malformed.
+std::size_t AssignUtf8(std::u16string_view inText, std::string& outBytes);
+
+// The text that ends at the first zero unit.
+std::u16string_view UpToZero(const std::u16string& inText);
+
 // As AppendUtf8, with U+FFFD for what UTF-8 cannot carry. For diagnostics.
 std::string ToUtf8Lossy(std::u16string_view inText);
 

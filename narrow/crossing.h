@@ -52,7 +52,7 @@ class OutText {
  public:
   operator wstring&() { return text_; }
   void Deliver(string& outText) const {
-    if (text_.size() != 1 || text_[0] != u'\0') outText = Utf8(text_);
+    if (text_.size() != 1 || text_[0] != u'\0') gImplUtils.TransCodeToUTF8(text_, outText);
   }
 
  private:

@@ -83,9 +83,10 @@ void CQuenXMLNode2::AppendSubset(const string& inXML) {
 }
 std::vector<CQuenXMLNode2> CQuenXMLNode2::SelectNodes(const string& inExpression) const {
   return Narrow([&] {
+    const std::vector<CQuenXMLNode2w> wide = twin_->SelectNodes(Wide(inExpression));
     std::vector<CQuenXMLNode2> nodes;
-    for (const CQuenXMLNode2w& node : twin_->SelectNodes(Wide(inExpression)))
-      nodes.push_back(CQuenXMLNode2(node));
+    nodes.reserve(wide.size());
+    for (const CQuenXMLNode2w& node : wide) nodes.emplace_back(Key(), node);
     return nodes;
   });
 }
@@ -121,6 +122,7 @@ bool CQuenXMLNode2::operator!=(const QuenXMLDOMNode2w_NullPtr* inNull) const {
 CQuenXMLNode2::CQuenXMLNode2() : CQuenXMLNode2(CQuenXMLCDATA2w()) {}
 CQuenXMLNode2::CQuenXMLNode2(const CQuenXMLNode2w& inNode)
     : twin_(Narrow([&] { return std::make_unique<CQuenXMLNode2w>(inNode); })) {}
+CQuenXMLNode2::CQuenXMLNode2(Key, const CQuenXMLNode2w& inNode) : CQuenXMLNode2(inNode) {}
 CQuenXMLNode2::CQuenXMLNode2(std::unique_ptr<CQuenXMLNode2w> inTwin) : twin_(std::move(inTwin)) {}
 
 CQuenXMLAttr2::CQuenXMLAttr2(const CQuenXMLAttr2& inOther)

@@ -88,6 +88,13 @@ class QUENXML2_API CQuenXMLNode2 {
   bool operator==(const QuenXMLDOMNode2w_NullPtr* inNull) const;
   bool operator!=(const QuenXMLDOMNode2w_NullPtr* inNull) const;
 
+  // For the library's own lists of handles: no one else has a key.
+  class Key {
+    friend class CQuenXMLNode2;
+    Key() {}
+  };
+  CQuenXMLNode2(Key, const CQuenXMLNode2w& inNode);
+
  protected:
   CQuenXMLNode2();
   explicit CQuenXMLNode2(const CQuenXMLNode2w& inNode);
