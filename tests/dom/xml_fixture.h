@@ -64,6 +64,11 @@ inline std::string Ascii(const char16_t* text) {
   return out;
 }
 
+// Appends: GCC 12 warns of `"(" + text`, without reason.
+inline std::string Between(const char* open, const std::string& text, const char* close) {
+  return std::string(open).append(text).append(close);
+}
+
 // An element as its name and, if it has one, its attribute i: `b#2`. Others as in their text.
 inline std::string Show(const DOMNode& node) {
   const std::string name = Ascii(node.getNodeName());
@@ -71,22 +76,22 @@ inline std::string Show(const DOMNode& node) {
   switch (node.getNodeType()) {
     case DOMNode::ELEMENT_NODE: {
       const char16_t* const id = static_cast<const xercesc::DOMElement&>(node).getAttribute(u"i");
-      return *id == u'\0' ? name : name + '#' + Ascii(id);
+      return *id == u'\0' ? name : Between(name.c_str(), "#", Ascii(id).c_str());
     }
     case DOMNode::DOCUMENT_NODE:
       return "/";
     case DOMNode::ATTRIBUTE_NODE:
-      return '@' + name + '=' + value;
+      return Between("@", name, "=").append(value);
     case DOMNode::TEXT_NODE:
-      return '\'' + value + '\'';
+      return Between("'", value, "'");
     case DOMNode::CDATA_SECTION_NODE:
-      return '[' + value + ']';
+      return Between("[", value, "]");
     case DOMNode::COMMENT_NODE:
-      return "<!--" + value + "-->";
+      return Between("<!--", value, "-->");
     case DOMNode::PROCESSING_INSTRUCTION_NODE:
-      return "<?" + name + ' ' + value + "?>";
+      return Between("<?", name, " ").append(value).append("?>");
     default:
-      return '(' + name + ')';
+      return Between("(", name, ")");
   }
 }
 
