@@ -205,6 +205,8 @@ CQuenXMLNodeImpl2w CQuenXMLNodeImpl2w::ReplaceChild(const CQuenXMLNodeImpl2w& in
   return Guarded<NodeClauses>(kContext, [&] {
     if (inNew.node_ == nullptr) return CQuenXMLNodeImpl2w();
     internal::CheckIsChild(node_, inOld.node_);
+    // The engine would remove a node that is to replace itself.
+    if (inNew.node_ == inOld.node_) return inOld;
     DOMNode* const node = internal::LocalNode(node_, inNew.node_);
     return CQuenXMLNodeImpl2w(node_->replaceChild(node, inOld.node_));
   });
@@ -288,6 +290,9 @@ xercesc::DOMDocument* DocumentOf(const DOMNode* inNode) {
 }
 
 DOMNode* LocalNode(const DOMNode* inTarget, DOMNode* inNew) {
+  // The engine looks for the new node among the ancestors of the target, but not at the target.
+  if (inNew == inTarget)
+    throw xercesc::DOMException(xercesc::DOMException::HIERARCHY_REQUEST_ERR, 0);
   xercesc::DOMDocument* const document = DocumentOf(inTarget);
   return document == DocumentOf(inNew) ? inNew : ImportDeep(document, inNew);
 }
