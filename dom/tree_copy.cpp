@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dom/tree_copy.h"
 
+#include <algorithm>
+#include <vector>
+
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/dom/impl/DOMCasts.hpp>
 #include <xercesc/dom/impl/DOMDocumentImpl.hpp>
@@ -34,28 +37,48 @@ const DOMNode* NextInSubtree(const DOMNode* inNode, const DOMNode* inTop, std::s
   return nullptr;
 }
 
-bool IsTooDeepForTheEngine(const DOMNode* inTop) {
+// Whether the engine's own copy is safe and whole: not too deep, and without entity references,
+// which lose what they expand to on the way into another document.
+bool CanTheEngineCopy(const DOMNode* inTop, bool inIntoAnotherDocument) {
   std::size_t depth = 0;
-  for (const DOMNode* node = inTop; node != nullptr; node = NextInSubtree(node, inTop, depth))
-    if (depth > kMaxDepth) return true;
-  return false;
+  for (const DOMNode* node = inTop; node != nullptr; node = NextInSubtree(node, inTop, depth)) {
+    if (depth > kMaxDepth) return false;
+    if (inIntoAnotherDocument && node->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE)
+      return false;
+  }
+  return true;
+}
+
+// The copy of an entity reference. Entities nest no deeper than the parser takes them.
+DOMNode* ImportReference(DOMDocument* inDocument, const DOMNode* inReference) {
+  DOMNode* const copy = inDocument->importNode(inReference, true);
+  if (copy->hasChildNodes()) return copy;  // the document has a declaration of its own
+  xercesc::DOMNodeImpl* const access = xercesc::castToNodeImpl(copy);
+  access->setReadOnly(false, false);
+  for (const DOMNode* child = inReference->getFirstChild(); child != nullptr;
+       child = child->getNextSibling()) {
+    copy->appendChild(ImportDeep(inDocument, child));
+  }
+  access->setReadOnly(true, true);
+  return copy;
 }
 
 DOMNode* ImportWithoutRecursion(DOMDocument* inDocument, const DOMNode* inTop) {
-  DOMNode* const copy = inDocument->importNode(inTop, false);
-  DOMNode* last = copy;  // the copy of the node that the walk visited last
-  std::size_t lastDepth = 0;
+  // The copies on the way down. Each is hung under its parent when it is complete, and so before
+  // its parent has ancestors, all of which the engine would look through.
+  std::vector<DOMNode*> open;
+  const auto closeTo = [&](std::size_t count) {
+    for (; open.size() > count; open.pop_back()) open[open.size() - 2]->appendChild(open.back());
+  };
   std::size_t depth = 0;
-  for (const DOMNode* node = NextInSubtree(inTop, inTop, depth); node != nullptr;
-       node = NextInSubtree(node, inTop, depth)) {
-    DOMNode* parent = last;
-    for (std::size_t level = lastDepth + 1; level > depth; --level)
-      parent = parent->getParentNode();
-    const bool isReference = node->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE;
-    last = parent->appendChild(inDocument->importNode(node, isReference));
-    lastDepth = depth;
+  for (const DOMNode* node = inTop; node != nullptr; node = NextInSubtree(node, inTop, depth)) {
+    closeTo(std::max<std::size_t>(depth, 1));
+    open.push_back(node->getNodeType() == DOMNode::ENTITY_REFERENCE_NODE
+                       ? ImportReference(inDocument, node)
+                       : inDocument->importNode(node, false));
   }
-  return copy;
+  closeTo(1);
+  return open.front();
 }
 
 // The document element is taken out for the time that the engine copies the rest, and put back:
@@ -144,15 +167,15 @@ void NormalizeChildren(DOMNode* ioParent, bool inStripBlanks) {
 }  // namespace
 
 DOMNode* CloneDeep(const DOMNode* inNode) {
-  if (!IsTooDeepForTheEngine(inNode)) return inNode->cloneNode(true);
-  if (inNode->getNodeType() == DOMNode::DOCUMENT_NODE)
-    return CloneDeepDocument(static_cast<const DOMDocument*>(inNode));
+  const bool isDocument = inNode->getNodeType() == DOMNode::DOCUMENT_NODE;
+  if (CanTheEngineCopy(inNode, isDocument)) return inNode->cloneNode(true);
+  if (isDocument) return CloneDeepDocument(static_cast<const DOMDocument*>(inNode));
   return ImportWithoutRecursion(inNode->getOwnerDocument(), inNode);
 }
 
 DOMNode* ImportDeep(DOMDocument* inDocument, const DOMNode* inNode) {
-  return IsTooDeepForTheEngine(inNode) ? ImportWithoutRecursion(inDocument, inNode)
-                                       : inDocument->importNode(inNode, true);
+  return CanTheEngineCopy(inNode, true) ? inDocument->importNode(inNode, true)
+                                        : ImportWithoutRecursion(inDocument, inNode);
 }
 
 void AppendNew(xercesc::DOMElement* ioParent, DOMNode* inNew) {

@@ -11,7 +11,8 @@ namespace quen::internal {
 
 // A deep copy in the same document, or a document of its own for a document. The engine copies
 // recursively and crashes on a small stack from about 4,000 levels on; trees that deep are copied
-// without recursion.
+// without recursion. It also leaves entity references empty in another document; here they keep
+// what they expand to.
 xercesc::DOMNode* CloneDeep(const xercesc::DOMNode* inNode);
 
 // A deep copy of `inNode` that belongs to `inDocument`.
