@@ -111,10 +111,8 @@ attr_iteratorImpl2w attr_iteratorImpl2w::erase(const attr_iteratorImpl2w& inFirs
 void attr_iteratorImpl2w::EraseAt(std::int32_t inIndex) {
   const CQuenXMLAttr2w attribute(snapshot_[static_cast<std::size_t>(inIndex)]);
   snapshot_.erase(snapshot_.begin() + inIndex);
-  // Removed by other means already, the attribute has no owner any more.
-  CQuenXMLElement2w owner = attribute.GetOwnerElement();
-  if (owner != static_cast<const QuenXMLDOMNode2w_NullPtr*>(nullptr))
-    owner.RemoveAttribute(attribute.GetName());
+  // An attribute that was removed by other means has no owner: this raises 8 then.
+  attribute.GetOwnerElement().RemoveAttribute(attribute.GetName());
 }
 
 }  // namespace quen

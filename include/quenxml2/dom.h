@@ -214,7 +214,8 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
   // As erase. The result lists the attributes as they were before, erased ones included, and stands
   // on the one behind the range.
   virtual attr_iterator attr_erase(attr_iterator inFirst, attr_iterator inLast);
-  // As erase, but nothing happens on an element without attributes.
+  // As erase, but nothing happens on an element without attributes, and an attribute that was
+  // removed by other means throws 8.
   virtual attr_iterator attr_erase(attr_iterator inPosition);
 
  protected:
