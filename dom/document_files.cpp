@@ -35,7 +35,7 @@ void CQuenXMLDocumentImpl2w::WriteToFile(const string& inPath, std::int32_t inOv
   errno = 0;
   FilePtr file(std::fopen(inPath.c_str(), inOverwrite != 0 ? "wb" : "wbx"));
   if (file == nullptr) {
-    if (inOverwrite == 0 && errno == EEXIST)
+    if (inOverwrite == 0 && (errno == EEXIST || errno == EISDIR))
       ThrowXMLException2w(kWriteContext, kFileExists, u"File already exists");
     ThrowNotWritten();
   }
