@@ -17,9 +17,8 @@ inline std::string OrdersUtf8(std::size_t inElements) {
   std::string text = "<orders>\n";
   for (std::size_t i = 1; i * kElementsPerOrder < inElements; ++i) {
     const std::string number = std::to_string(i);
-    text += "  <order id=\"" + number +
-            "\" day=\"2024-03-18\">\n    <name>Gr\xC3\xBCnwald &amp; S\xC3\xB6hne " + number +
-            "</name>\n";
+    text += "  <order day=\"2024-03-18\" id=\"" + number +
+            "\">\n    <name>Gr\xC3\xBCnwald &amp; S\xC3\xB6hne " + number + "</name>\n";
     for (const char* item : {"bolt", "nut", "washer"}) {
       text += "    <item qty=\"" + std::to_string(i % 97) + "\"><article>" + item + "-" + number +
               "</article><price>" + std::to_string(i % 1000) + "." + std::to_string(i % 10) +
