@@ -21,8 +21,9 @@ END
 "$1" -DC --defined-only "$2" | sed -E 's/^[0-9a-f]+ [A-Za-z] //; s/\[abi:cxx11\]//' |
   sort -u > "$work/all"
 
-# An implementation class in a signature marks a constructor or a helper that is no public one.
-grep -E '^((vtable|typeinfo|typeinfo name) for )?quen::CQuen[A-Za-z]*2w\b|^operator.*2w\b' \
+# An implementation class in a signature marks a constructor or a helper that is no public one. A
+# template of the standard library begins with its result and a blank, which no operation does.
+grep -E '^((vtable|typeinfo) for )?quen::CQuen[A-Za-z]*2w(::[^ ]*)?(\(|$)|^operator.*2w\b' \
   "$work/all" |
   grep -vE 'Impl2w|_iteratorImpl' |
   sed -E 's/\b(CQuen[A-Za-z]*2)w\b/\1/g
