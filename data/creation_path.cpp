@@ -91,9 +91,10 @@ CQuenXMLDataImpl2w& CQuenXMLDataImpl2w::CreateNodes(wstring inPath) {
       return CQuenXMLElement2w(*cursor_);
     }
     if (list.nodes.empty()) return document_.GetDocumentElement();
-    if (hasRoot_ == 0) AddRootNode(list.nodes.front().name);
+    const bool isNew = hasRoot_ == 0;
+    if (isNew) AddRootNode(list.nodes.front().name);
     const CQuenXMLElement2w root = document_.GetDocumentElement();
-    if (root.GetName() != list.nodes.front().name)
+    if (!isNew && root.GetName() != list.nodes.front().name)
       ThrowXMLException2w(kCreateContext, kPathNotFound, u"Invalid Path:  Node not found");
     list.nodes.erase(list.nodes.begin());
     return root;

@@ -15,14 +15,14 @@ std::int32_t CQuenXMLDataImpl2w::PathExists(const wstring& inPath) const {
 }
 
 std::int32_t CQuenXMLDataImpl2w::HasChildren(const wstring& inPath) const {
-  if (hasRoot_ != 1) return 0;
+  if (hasRoot_ != 1 || cursor_ == nullptr) return 0;
   if (inPath.empty()) return cursor_->HasChildNodes() ? 1 : 0;
   const CQuenXMLElementImpl2w element = internal::FindElement(cursor_, inPath);
   return element.GetDOMNode() != nullptr && element.HasChildNodes() ? 1 : 0;
 }
 
 std::int32_t CQuenXMLDataImpl2w::HasChildElement(const wstring& inPath) const {
-  if (hasRoot_ != 1) return 0;
+  if (hasRoot_ != 1 || cursor_ == nullptr) return 0;
   if (inPath.empty()) return internal::ElementAtCursor(cursor_).empty() ? 0 : 1;
   const CQuenXMLElementImpl2w element = internal::FindElement(cursor_, inPath);
   return element.GetDOMNode() != nullptr && !element.empty() ? 1 : 0;

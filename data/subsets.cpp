@@ -18,17 +18,23 @@ CQuenXMLNodeImpl2w RequireNode(const internal::Cursor& inCursor, const wstring& 
   return node;
 }
 
+// A class that replaces CursorToRoot may leave a tree with a root and without a cursor.
+CQuenXMLNode2w& RequireCursor(const internal::Cursor& inCursor) {
+  if (inCursor == nullptr) internal::ThrowPathNotFound(u"CQuenXMLDataImpl2w::AppendSubset");
+  return *inCursor;
+}
+
 }  // namespace
 
 void CQuenXMLDataImpl2w::GetSubset(wstring& outXML, const wstring& inPath) const {
-  if (hasRoot_ != 1) return;
+  if (hasRoot_ != 1 || (inPath.empty() && cursor_ == nullptr)) return;
   outXML = inPath.empty()
                ? cursor_->GetSubset()
                : RequireNode(cursor_, inPath, u"CQuenXMLDataImpl2w::GetSubset").GetSubset();
 }
 
 void CQuenXMLDataImpl2w::GetFormattedSubset(wstring& outXML, const wstring& inPath) const {
-  if (hasRoot_ != 1) return;
+  if (hasRoot_ != 1 || (inPath.empty() && cursor_ == nullptr)) return;
   outXML = inPath.empty() ? cursor_->GetFormattedSubset()
                           : RequireNode(cursor_, inPath, u"CQuenXMLDataImpl2w::GetFormattedSubset")
                                 .GetFormattedSubset();
@@ -38,7 +44,7 @@ void CQuenXMLDataImpl2w::GetSubset(CQuenXMLDataImpl2w& ioTarget, const wstring& 
   wstring text;
   if (!inPath.empty()) {
     text = RequireNode(cursor_, inPath, u"CQuenXMLDataImpl2w::GetSubset").GetSubset();
-  } else if (hasRoot_ == 1) {
+  } else if (hasRoot_ == 1 && cursor_ != nullptr) {
     text = cursor_->GetSubset();
   }
   ioTarget.AppendSubset(text, u"");
@@ -56,7 +62,7 @@ void CQuenXMLDataImpl2w::AppendSubset(const wstring& inXML, const wstring& inPat
     hasRoot_ = 1;
     CursorToRoot();
   } else {
-    cursor_->AppendSubset(inXML);
+    RequireCursor(cursor_).AppendSubset(inXML);
   }
 }
 
@@ -70,7 +76,7 @@ void CQuenXMLDataImpl2w::AppendSubset(const CQuenXMLDataImpl2w& inOther, const w
     hasRoot_ = 1;
     CursorToRoot();
   } else {
-    cursor_->AppendChild(inOther.document_.GetDocumentElement());
+    RequireCursor(cursor_).AppendChild(inOther.document_.GetDocumentElement());
   }
 }
 

@@ -112,7 +112,7 @@ void CQuenXMLDataImpl2w::GetData(wstring& outValue, const wstring& inPath) const
 }
 
 void CQuenXMLDataImpl2w::RemoveData(const wstring& inPath) {
-  if (hasRoot_ != 1) return;
+  if (hasRoot_ != 1 || (inPath.empty() && cursor_ == nullptr)) return;
   const CQuenXMLNodeImpl2w victim =
       inPath.empty() ? *cursor_->GetImpl()
                      : internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::RemoveData");
