@@ -133,13 +133,16 @@ TYPED_TEST(EmptyTree, Reads) {
       {"GetUTF8Subset", "",
        [](D& t) {
          std::string s = "before";
-         t.GetUTF8Subset(s);
+         TypeParam::Impl(t).GetUTF8Subset(s);
          return s;
        },
        ""},
+      // The wide form writes the tree and parses it again, the narrow form copies it.
       {"GetDocument", "", [](D& t) { t.GetDocument(); },
-       "1009 Parse error: [invalid document structure] at line: 1, Column: 1 @ "
-       "CQuenXMLDocumentImpl2w::LoadXML()"},
+       std::is_same_v<TypeParam, WideTypes>
+           ? "1009 Parse error: [invalid document structure] at line: 1, Column: 1 @ "
+             "CQuenXMLDocumentImpl2w::LoadXML()"
+           : ""},
   });
 }
 

@@ -209,7 +209,7 @@ class Driver {
   }
   std::string Tree() const {
     std::string text;
-    tree_.GetUTF8Subset(text);
+    W::Impl(tree_).GetUTF8Subset(text);
     return text;
   }
   const Model& TheModel() const { return model_; }

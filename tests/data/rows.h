@@ -60,7 +60,7 @@ class DataTest : public testing::Test {
   // The whole document, wherever the cursor stands.
   static std::string All(const Data& inTree) {
     std::string text;
-    inTree.GetUTF8Subset(text);
+    W::Impl(inTree).GetUTF8Subset(text);
     return text;
   }
 

@@ -70,8 +70,11 @@ TYPED_TEST(Subsets, Out) {
   // The document type cannot be written.
   D typed = this->Tree("<!DOCTYPE a [<!ELEMENT a ANY>]><a/>");
   EXPECT_EQ(this->Show(this->Out([&](S& s) { typed.GetSubset(s, ""_t); })), "<a/>");
+  // The wide form writes the tree and parses it again, the narrow form copies it.
   EXPECT_EQ(FailureAt<TypeParam>([&] { typed.GetDocument(); }),
-            "1010 Invalid DOM Node Type @ CQuenXMLDataImpl::BuildXMLString()");
+            (std::is_same_v<TypeParam, WideTypes>
+                 ? "1010 Invalid DOM Node Type @ CQuenXMLDataImpl::BuildXMLString()"
+                 : ""));
 }
 
 TYPED_TEST(Subsets, In) {
@@ -110,11 +113,17 @@ TYPED_TEST(Subsets, In) {
       {"itself into itself", "<a><b/></a>", [](D& t) { t.AppendSubset(t, ""_t); }, misplaced},
       {"itself into a part of itself", "<a><b/></a>", [](D& t) { t.AppendSubset(t, "b"_t); },
        misplaced},
-      {"UTF-8", "<a/>", [](D& t) { t.AppendUTF8Subset("<b>\u00e9</b>"); }, "<a><b>\u00e9</b></a>"},
-      {"no UTF-8", "<a/>", [](D& t) { t.AppendUTF8Subset("<b>\xff</b>"); },
-       "78 The bytes are not well-formed UTF-8 at byte 3 @ "
-       "CQuenXMLImplUtils2w::TranscodeFromUTF8()"},
   });
+}
+
+TEST(Utf8Subsets, In) {
+  CQuenXMLData2w tree(u"<a/>");
+  tree.AppendUTF8Subset("<b>\u00e9</b>");
+  EXPECT_EQ(Whole<WideTypes>(tree), "<a><b>\u00e9</b></a>");
+  EXPECT_EQ(FailureAt<WideTypes>([&] { tree.AppendUTF8Subset("<b>\xff</b>"); }),
+            "78 The bytes are not well-formed UTF-8 at byte 3 @ "
+            "CQuenXMLImplUtils2w::TranscodeFromUTF8()");
+  EXPECT_EQ(Whole<WideTypes>(tree), "<a><b>\u00e9</b></a>");
 }
 
 TYPED_TEST(Subsets, WholeTrees) {

@@ -312,7 +312,8 @@ TYPED_TEST(Values, Attributes) {
       {"HasAttr on the document", "<a/>",
        [](D& t) {
          t.CursorToParent();
-         t.HasAttr("n"_t, ""_t);
+         // In both widths it is the wide failure that leaves this operation.
+         return FailureAt<WideTypes>([&] { t.HasAttr("n"_t, ""_t); });
        },
        kNotInitialized + "CQuenXMLElementImpl2w::attr_begin()"},
       {"RemoveAttr", "<a n='1' m='2'/>",

@@ -48,6 +48,8 @@ struct WideTypes {
   using Data = CQuenXMLData2w;
   using Utils = CQuenXMLUtils2w;
 
+  // The implementation has the UTF-8 operations, which the narrow classes do not need.
+  static CQuenXMLDataImpl2w& Impl(const Data& inTree) { return *inTree.GetCQuenXMLData2wImpl(); }
   static String Text(std::string_view inUtf8) {
     String text;
     if (internal::AppendUtf16(inUtf8, text) != internal::kWellFormed)
@@ -70,6 +72,7 @@ struct NarrowTypes {
   using Data = CQuenXMLData2;
   using Utils = CQuenXMLUtils2;
 
+  static CQuenXMLDataImpl2w& Impl(const Data& inTree) { return *inTree.GetCQuenXMLData2Impl(); }
   static String Text(std::string_view inUtf8) { return String(inUtf8); }
   static std::string Utf8(const String& inText) { return inText; }
 };
