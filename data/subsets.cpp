@@ -50,9 +50,7 @@ void CQuenXMLDataImpl2w::GetSubset(CQuenXMLDataImpl2w& ioTarget, const wstring& 
   ioTarget.AppendSubset(text, u"");
 }
 
-void CQuenXMLDataImpl2w::GetUTF8Subset(string& outXML) const {
-  outXML = gImplUtils.TransCodeToUTF8(document_.GetSubset());
-}
+void CQuenXMLDataImpl2w::GetUTF8Subset(string& outXML) const { outXML = document_.GetUTF8Subset(); }
 
 void CQuenXMLDataImpl2w::AppendSubset(const wstring& inXML, const wstring& inPath) {
   if (!inPath.empty()) {

@@ -5,9 +5,11 @@
 #include <cstdio>
 #include <memory>
 
+#include "dom/clauses.h"
 #include "dom/document_impl.h"
 #include "foundation/failure.h"
 #include "foundation/impl_utils.h"
+#include "foundation/xml_writer.h"
 
 namespace quen {
 namespace {
@@ -51,7 +53,8 @@ void CQuenXMLDocumentImpl2w::WriteToFileBinary(const string& inPath,
 }
 
 string CQuenXMLDocumentImpl2w::GetUTF8Subset() const {
-  return gImplUtils.TransCodeToUTF8(GetSubset());
+  return internal::Guarded<internal::NodeClauses>(u"CQuenXMLNodeImpl2w::GetSubset()",
+                                                  [&] { return internal::XmlUtf8(node_); });
 }
 
 void CQuenXMLDocumentImpl2w::AppendUTF8Subset(const string& inData) {

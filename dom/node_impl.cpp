@@ -9,7 +9,7 @@
 #include "foundation/failure.h"
 #include "foundation/impl_utils.h"
 #include "foundation/parser.h"
-#include "foundation/wide_stream.h"
+#include "foundation/xml_writer.h"
 
 namespace quen {
 
@@ -19,13 +19,6 @@ using internal::OrEmpty;
 using xercesc::DOMNode;
 
 namespace {
-
-wstring TextOf(const DOMNode* inNode, std::int32_t inFormatted) {
-  quenxml_private::quen_basic_ostringstream<char16_t> stream;
-  std::uint32_t depth = 0;
-  CQuenXMLImplUtils2w::BuildXMLString(stream, inNode, depth, inFormatted);
-  return stream.str();
-}
 
 DOMNode* FirstText(const DOMNode* inElement) {
   DOMNode* child = inElement->getFirstChild();
@@ -132,13 +125,13 @@ std::unique_ptr<CQuenXMLDocumentImpl2w> CQuenXMLNodeImpl2w::GetOwnerDocument() c
 wstring CQuenXMLNodeImpl2w::GetSubset() const {
   constexpr const char16_t* kContext = u"CQuenXMLNodeImpl2w::GetSubset()";
   CheckInitialized(kContext);
-  return Guarded<NodeClauses>(kContext, [&] { return TextOf(node_, 0); });
+  return Guarded<NodeClauses>(kContext, [&] { return internal::XmlText(node_, false); });
 }
 
 wstring CQuenXMLNodeImpl2w::GetFormattedSubset() const {
   constexpr const char16_t* kContext = u"CQuenXMLNodeImpl2w::GetFormattedSubset()";
   CheckInitialized(kContext);
-  return Guarded<NodeClauses>(kContext, [&] { return TextOf(node_, 1); });
+  return Guarded<NodeClauses>(kContext, [&] { return internal::XmlText(node_, true); });
 }
 
 void CQuenXMLNodeImpl2w::SetValue(const wstring& inValue) {
