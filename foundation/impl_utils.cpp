@@ -106,18 +106,23 @@ void CQuenXMLImplUtils2w::TransCodeToUTF8(const wstring& inText, string& outByte
 }
 
 wstring CQuenXMLImplUtils2w::TranscodeFromUTF8(const string& inBytes) const {
+  wstring text;
+  TranscodeFromUTF8(inBytes, text);
+  return text;
+}
+
+void CQuenXMLImplUtils2w::TranscodeFromUTF8(const string& inBytes, wstring& outText) const {
   constexpr const char16_t* kContext = u"CQuenXMLImplUtils2w::TranscodeFromUTF8()";
-  return Guarded<FromUtf8Clauses>(kContext, [&] {
-    wstring text;
-    const std::size_t malformed = internal::AppendUtf16(inBytes, text);
+  Guarded<FromUtf8Clauses>(kContext, [&] {
+    outText.clear();
+    const std::size_t malformed = internal::AppendUtf16(inBytes, outText);
     if (malformed != internal::kWellFormed) {
       ThrowXMLException2w(kContext, xercesc::XMLExcepts::Trans_BadSrcSeq,
                           u"The bytes are not well-formed UTF-8 at byte " +
                               internal::Decimal(static_cast<std::int64_t>(malformed)));
     }
     // Only a zero byte becomes a zero unit, and among bytes it is found faster.
-    if (inBytes.find('\0') != string::npos) text.resize(text.find(u'\0'));
-    return text;
+    if (inBytes.find('\0') != string::npos) outText.resize(outText.find(u'\0'));
   });
 }
 

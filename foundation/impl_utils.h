@@ -36,6 +36,8 @@ class CQuenXMLImplUtils2w {
   // UTF-8 to UTF-16. All bytes are checked; the result ends at the first zero unit. A malformed
   // sequence raises the code XMLExcepts::Trans_BadSrcSeq.
   wstring TranscodeFromUTF8(const string& inBytes) const;
+  // In the place of what `outText` holds, which is lost after a failure.
+  void TranscodeFromUTF8(const string& inBytes, wstring& outText) const;
 
   // Fixed notation with exactly `inPrecision` decimals and no blanks, deaf to the locale. A text
   // that is longer than `inWidth` loses one leading zero. Infinity and NaN become the texts "inf",

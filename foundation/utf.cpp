@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/utf.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -36,6 +37,13 @@ constexpr Lead LeadOf(Byte inByte) {
   if (inByte == 0xF4) return {4, 0x80, 0x8F};
   return {0, 0, 0};
 }
+
+constexpr std::array<Lead, 256> Leads() {
+  std::array<Lead, 256> leads{};
+  for (unsigned byte = 0; byte < 256; ++byte) leads[byte] = LeadOf(static_cast<Byte>(byte));
+  return leads;
+}
+constexpr std::array<Lead, 256> kLeads = Leads();
 
 // How many bytes from `inBytes` on form the beginning of one well-formed sequence.
 std::size_t ValidPrefix(const Lead& inLead, const char* inBytes, std::size_t inLength) {
@@ -105,14 +113,18 @@ char16_t* PutText(std::string_view inBytes, char16_t* outText, std::size_t& outM
       ++i;
       continue;
     }
-    const Lead lead = LeadOf(first);
-    if (lead.length == 0 || ValidPrefix(lead, data + i, size - i) < lead.length) {
+    const Lead lead = kLeads[first];
+    const auto at = [&](std::size_t k) -> unsigned {
+      return i + k < size ? static_cast<Byte>(data[i + k]) : 0;
+    };
+    const auto continues = [&](std::size_t k) { return (at(k) & 0xC0) == 0x80; };
+    if (lead.length == 0 || at(1) < lead.secondLow || at(1) > lead.secondHigh ||
+        (lead.length > 2 && !continues(2)) || (lead.length > 3 && !continues(3))) {
       outMalformed = i;
       break;
     }
-    std::uint32_t codePoint = first & (0x7FU >> lead.length);
-    for (unsigned k = 1; k < lead.length; ++k)
-      codePoint = (codePoint << 6) | (static_cast<Byte>(data[i + k]) & 0x3FU);
+    std::uint32_t codePoint = (first & (0x7FU >> lead.length)) << 6 | (at(1) & 0x3F);
+    for (std::size_t k = 2; k < lead.length; ++k) codePoint = codePoint << 6 | (at(k) & 0x3F);
     if (codePoint < 0x10000) {
       *outText++ = static_cast<char16_t>(codePoint);
     } else {
@@ -227,7 +239,7 @@ std::size_t IncompleteTail(std::string_view inBytes) {
   for (std::size_t back = 1; back <= 3 && back <= size; ++back) {
     const Byte byte = static_cast<Byte>(inBytes[size - back]);
     if ((byte & 0xC0) == 0x80) continue;
-    const Lead lead = LeadOf(byte);
+    const Lead lead = kLeads[byte];
     const bool cut =
         lead.length > back && ValidPrefix(lead, inBytes.data() + (size - back), back) == back;
     return cut ? back : 0;

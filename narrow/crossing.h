@@ -4,6 +4,7 @@
 #ifndef QUENXML2_NARROW_CROSSING_H_
 #define QUENXML2_NARROW_CROSSING_H_
 
+#include <cstddef>
 #include <memory>
 #include <type_traits>
 #include <typeinfo>
@@ -19,6 +20,14 @@
 namespace quen::internal {
 
 inline wstring Wide(const string& inText) { return gImplUtils.TranscodeFromUTF8(inText); }
+// Into a string that is used again and again, and so needs no allocation for each call. The memory
+// of a long text goes with the next call.
+inline const wstring& Wide(const string& inText, wstring& outText) {
+  constexpr std::size_t kKeptUnits = 1024;
+  if (outText.capacity() > kKeptUnits) wstring().swap(outText);
+  gImplUtils.TranscodeFromUTF8(inText, outText);
+  return outText;
+}
 inline string Utf8(const wstring& inText) { return gImplUtils.TransCodeToUTF8(inText); }
 
 // Runs a wide operation. Its failure arrives as the narrow class; all else passes. Arguments are

@@ -134,6 +134,9 @@ class QUENXML2_API CQuenXMLData2 {
 
  private:
   std::unique_ptr<CQuenXMLDataImpl2w> impl_;
+  // Of the call that runs: their memory serves the next one.
+  mutable wstring path_;
+  wstring value_;
 };
 
 }  // namespace quen
