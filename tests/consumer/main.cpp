@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A program of somebody else's. Uses what crosses the border of a shared library: a value, a virtual
-// call, an exception caught by its type.
+// A program of somebody else's. Uses what crosses the border of a shared library: a value, a
+// virtual call, an exception caught by its type.
 #include <quenxml2/quenxml2.h>
 
 int main() {
