@@ -131,8 +131,8 @@ DOMNodeLinks LinksIn(DOMNode* inNode) {
   return {impl->fNode, impl->fChild};
 }
 
-// The engine finds them by dynamic_cast, six of them for an append, which is most of its cost; for the
-// two kinds of node that make up a tree the class is known.
+// The engine finds them by dynamic_cast, six of them for an append, which is most of its cost; for
+// the two kinds of node that make up a tree the class is known.
 DOMNodeLinks LinksOf(DOMNode* inNode) {
   switch (inNode->getNodeType()) {
     case DOMNode::ELEMENT_NODE:
