@@ -31,8 +31,7 @@ constexpr const char16_t* kLoadText = u"CQuenXMLDocumentImpl2w::LoadXML()";
 constexpr const char16_t* kValidate = u"CQuenXMLDocumentImpl2w::Validate() ";
 
 DOMDocument* NewDocument() {
-  return xercesc::DOMImplementationRegistry::getDOMImplementation(u"Core")->createDocument(
-      nullptr, nullptr, nullptr);
+  return xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, nullptr, nullptr);
 }
 
 // What a connection brings.
@@ -145,7 +144,12 @@ CQuenXMLPIImpl2w CQuenXMLDocumentImpl2w::CreatePI(const wstring& inTarget, const
 }
 
 internal::ParseSettings CQuenXMLDocumentImpl2w::Settings() const {
-  return {namespaces_ != 0, validates_ != 0, schemaLocation_, noNamespaceSchemaLocation_};
+  internal::ParseSettings settings;
+  settings.namespaces = namespaces_ != 0;
+  settings.validation = validates_ != 0;
+  settings.schemaLocation = schemaLocation_;
+  settings.noNamespaceSchemaLocation = noNamespaceSchemaLocation_;
+  return settings;
 }
 
 void CQuenXMLDocumentImpl2w::Adopt(internal::DocumentPtr inDocument) {
@@ -165,11 +169,25 @@ void CQuenXMLDocumentImpl2w::Load(const wstring& inLocation) {
   }));
 }
 
-void CQuenXMLDocumentImpl2w::LoadXML(const wstring& inXML) {
-  Adopt(Guarded<internal::LoadTextClauses>(kLoadText, [&] {
+namespace {
+
+internal::DocumentPtr ParseText(const wstring& inXML, const internal::ParseSettings& inSettings) {
+  return Guarded<internal::LoadTextClauses>(kLoadText, [&] {
     internal::TextInput input(inXML, u"CQuenXMLDocumentImpl2w");
-    return internal::ParseDocument(input, Settings(), kLoadText);
-  }));
+    return internal::ParseDocument(input, inSettings, kLoadText);
+  });
+}
+
+}  // namespace
+
+void CQuenXMLDocumentImpl2w::LoadXML(const wstring& inXML) { Adopt(ParseText(inXML, Settings())); }
+
+CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const wstring& inXML, const char16_t* inCountedName,
+                                               std::size_t& outCount) {
+  internal::ParseSettings settings;
+  settings.countedName = inCountedName;
+  settings.count = &outCount;
+  node_ = ParseText(inXML, settings).release();
 }
 
 void CQuenXMLDocumentImpl2w::Validate() const {

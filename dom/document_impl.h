@@ -21,6 +21,10 @@ class CQuenXMLDocumentImpl2w : public CQuenXMLNodeImpl2w {
   explicit CQuenXMLDocumentImpl2w(const xercesc::DOMDocument* inDocument);
   // A deep copy of a document node, or a new document that holds a copy of any other node.
   explicit CQuenXMLDocumentImpl2w(const CQuenXMLNodeImpl2w& inNode);
+  // A new document that was loaded as LoadXML does it. Adds to `outCount` how many elements have
+  // that local name.
+  CQuenXMLDocumentImpl2w(const wstring& inXML, const char16_t* inCountedName,
+                         std::size_t& outCount);
   ~CQuenXMLDocumentImpl2w() override;
   CQuenXMLDocumentImpl2w& operator=(const CQuenXMLDocumentImpl2w&) = delete;
 

@@ -5,18 +5,22 @@
 #include <vector>
 
 #include <xercesc/dom/DOMException.hpp>
+#include <xercesc/dom/DOMMemoryManager.hpp>
+#include <xercesc/dom/impl/DOMAttrNSImpl.hpp>
 #include <xercesc/dom/impl/DOMCasts.hpp>
 #include <xercesc/dom/impl/DOMDocumentImpl.hpp>
-#include <xercesc/dom/impl/DOMElementImpl.hpp>
-#include <xercesc/dom/impl/DOMTextImpl.hpp>
+#include <xercesc/dom/impl/DOMElementNSImpl.hpp>
 #include <xercesc/util/XMLChar.hpp>
 
 #include "foundation/limits.h"
+#include "foundation/parser.h"
+#include "foundation/tree_links.h"
 
 namespace quen::internal {
 namespace {
 
 using xercesc::DOMDocument;
+using xercesc::DOMMemoryManager;
 using xercesc::DOMNode;
 
 // The node behind `inNode` in document order within the subtree of `inTop`; null at its end.
@@ -119,29 +123,108 @@ DOMNode* CloneDeepDocument(const DOMDocument* inDocument) {
   return clone;
 }
 
-// Where the engine (3.2) keeps a node's place in the tree.
-struct DOMNodeLinks {
-  xercesc::DOMNodeImpl& node;
-  xercesc::DOMChildNode& siblings;
+// The copy of one node, not yet in the tree. `inWithDefaults` is whether attributes come along that
+// a document type gave and nobody wrote: they do in a clone, and not in what is imported.
+class NodeCopier {
+ public:
+  NodeCopier(DOMDocument* inTarget, bool inWithDefaults)
+      : target_(inTarget), withDefaults_(inWithDefaults) {}
+
+  DOMNode* Copy(const DOMNode* inNode) {
+    switch (inNode->getNodeType()) {
+      case DOMNode::ELEMENT_NODE:
+        return CopyElement(static_cast<const xercesc::DOMElement*>(inNode));
+      case DOMNode::TEXT_NODE:
+        return target_->createTextNode(inNode->getNodeValue());
+      case DOMNode::ENTITY_REFERENCE_NODE:
+        return ImportReference(target_, inNode);
+      default:
+        return target_->importNode(inNode, false);
+    }
+  }
+
+ private:
+  // The names were checked when the node was made.
+  xercesc::DOMElement* CopyElement(const xercesc::DOMElement* inElement) {
+    const char16_t* const localName = inElement->getLocalName();
+    xercesc::DOMElement* const copy =
+        localName != nullptr ? new (target_, DOMMemoryManager::ELEMENT_NS_OBJECT)
+                                   xercesc::DOMElementNSImpl(target_, inElement->getNamespaceURI(),
+                                                             inElement->getPrefix(), localName,
+                                                             inElement->getNodeName())
+                             : new (target_, DOMMemoryManager::ELEMENT_OBJECT)
+                                   xercesc::DOMElementImpl(target_, inElement->getNodeName());
+    if (inElement->hasAttributes()) CopyAttributes(inElement->getAttributes(), copy);
+    return copy;
+  }
+
+  void CopyAttributes(const xercesc::DOMNamedNodeMap* inFrom, xercesc::DOMElement* ioElement) {
+    const XMLSize_t count = inFrom->getLength();
+    NewAttributes attributes(ioElement, count);
+    for (XMLSize_t i = 0; i < count; ++i) {
+      const auto* const attribute = static_cast<const xercesc::DOMAttr*>(inFrom->item(i));
+      if (!withDefaults_ && !attribute->getSpecified()) continue;
+      const char16_t* const localName = attribute->getLocalName();
+      xercesc::DOMAttr* const copy =
+          localName != nullptr
+              ? new (target_, DOMMemoryManager::ATTR_NS_OBJECT)
+                    xercesc::DOMAttrNSImpl(target_, attribute->getNamespaceURI(),
+                                           attribute->getPrefix(), localName, attribute->getName())
+              : new (target_, DOMMemoryManager::ATTR_OBJECT)
+                    xercesc::DOMAttrImpl(target_, attribute->getName());
+      SetNewAttribute(copy, ValueOf(attribute), attribute->getSpecified());
+      attributes.AddLast(copy);
+    }
+  }
+
+  DOMDocument* const target_;
+  const bool withDefaults_;
 };
 
-template <class Impl>
-DOMNodeLinks LinksIn(DOMNode* inNode) {
-  Impl* const impl = static_cast<Impl*>(inNode);
-  return {impl->fNode, impl->fChild};
+// Trees of elements in documents without a type. A type makes attributes of its own in the target,
+// and identifiers in the source.
+bool CanCopyInto(const DOMDocument* inTarget, const DOMNode* inNode) {
+  return inNode->getNodeType() == DOMNode::ELEMENT_NODE && inTarget->getDoctype() == nullptr &&
+         inNode->getOwnerDocument()->getDoctype() == nullptr;
 }
 
-// The engine finds them by dynamic_cast, six of them for an append, which is most of its cost; for
-// the two kinds of node that make up a tree the class is known.
-DOMNodeLinks LinksOf(DOMNode* inNode) {
-  switch (inNode->getNodeType()) {
-    case DOMNode::ELEMENT_NODE:
-      return LinksIn<xercesc::DOMElementImpl>(inNode);
-    case DOMNode::TEXT_NODE:
-      return LinksIn<xercesc::DOMTextImpl>(inNode);
-    default:
-      return {*xercesc::castToNodeImpl(inNode), *xercesc::castToChildImpl(inNode)};
+// Does not recurse.
+DOMNode* CopyOfTree(DOMDocument* inTarget, const DOMNode* inTop, bool inWithDefaults) {
+  NodeCopier copier(inTarget, inWithDefaults);
+  DOMNode* const top = copier.Copy(inTop);
+  xercesc::DOMElement* parent = static_cast<xercesc::DOMElement*>(top);
+  const DOMNode* node = inTop->getFirstChild();
+  const DOMNode* above = inTop;
+  while (node != nullptr || above != inTop) {
+    if (node == nullptr) {
+      node = above->getNextSibling();
+      above = ParentOf(above);
+      parent = static_cast<xercesc::DOMElement*>(ParentOf(parent));
+      continue;
+    }
+    DOMNode* const copy = copier.Copy(node);
+    LinkNew(parent, copy);
+    if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+      above = node;
+      parent = static_cast<xercesc::DOMElement*>(copy);
+      node = node->getFirstChild();
+    } else {
+      node = node->getNextSibling();
+    }
   }
+  return top;
+}
+
+DOMNode* CopyOfDocument(const DOMDocument* inDocument) {
+  auto* const copy = static_cast<DOMDocument*>(inDocument->cloneNode(false));
+  DocumentPtr owner(copy);
+  for (const DOMNode* child = inDocument->getFirstChild(); child != nullptr;
+       child = child->getNextSibling()) {
+    copy->appendChild(child->getNodeType() == DOMNode::ELEMENT_NODE
+                          ? CopyOfTree(copy, child, true)
+                          : copy->importNode(child, false));
+  }
+  return owner.release();
 }
 
 bool IsBlank(const char16_t* inText) {
@@ -168,36 +251,20 @@ void NormalizeChildren(DOMNode* ioParent, bool inStripBlanks) {
 
 DOMNode* CloneDeep(const DOMNode* inNode) {
   const bool isDocument = inNode->getNodeType() == DOMNode::DOCUMENT_NODE;
+  const DOMDocument* const document =
+      isDocument ? static_cast<const DOMDocument*>(inNode) : inNode->getOwnerDocument();
+  if (isDocument && document->getDoctype() == nullptr) return CopyOfDocument(document);
+  if (!isDocument && CanCopyInto(document, inNode))
+    return CopyOfTree(const_cast<DOMDocument*>(document), inNode, true);
   if (CanTheEngineCopy(inNode, isDocument)) return inNode->cloneNode(true);
-  if (isDocument) return CloneDeepDocument(static_cast<const DOMDocument*>(inNode));
+  if (isDocument) return CloneDeepDocument(document);
   return ImportWithoutRecursion(inNode->getOwnerDocument(), inNode);
 }
 
 DOMNode* ImportDeep(DOMDocument* inDocument, const DOMNode* inNode) {
+  if (CanCopyInto(inDocument, inNode)) return CopyOfTree(inDocument, inNode, false);
   return CanTheEngineCopy(inNode, true) ? inDocument->importNode(inNode, true)
                                         : ImportWithoutRecursion(inDocument, inNode);
-}
-
-void AppendNew(xercesc::DOMElement* ioParent, DOMNode* inNew) {
-  if (LinksOf(ioParent).node.isReadOnly())
-    throw xercesc::DOMException(xercesc::DOMException::NO_MODIFICATION_ALLOWED_ERR, 0);
-  DOMNodeLinks child = LinksOf(inNew);
-  child.node.fOwnerNode = ioParent;
-  child.node.isOwned(true);
-  DOMNode*& first = static_cast<xercesc::DOMElementImpl*>(ioParent)->fParent.fFirstChild;
-  if (first == nullptr) {
-    first = inNew;
-    child.node.isFirstChild(true);
-  } else {
-    // The engine keeps the last child as the first one's previous sibling.
-    DOMNode*& last = LinksOf(first).siblings.previousSibling;
-    child.siblings.previousSibling = last;
-    LinksOf(last).siblings.nextSibling = inNew;
-    last = inNew;
-  }
-  if (first == inNew) child.siblings.previousSibling = inNew;
-  // The live lists of nodes have to know.
-  static_cast<xercesc::DOMDocumentImpl*>(ioParent->getOwnerDocument())->changed();
 }
 
 void SetAttributeText(xercesc::DOMAttr* ioAttribute, const wstring& inValue) {

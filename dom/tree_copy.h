@@ -7,6 +7,8 @@
 #include <quenxml2/types.h>
 #include <xercesc/dom/DOM.hpp>
 
+#include "foundation/tree_links.h"
+
 namespace quen::internal {
 
 // A deep copy in the same document, or a document of its own for a document. The engine copies
@@ -17,11 +19,6 @@ xercesc::DOMNode* CloneDeep(const xercesc::DOMNode* inNode);
 
 // A deep copy of `inNode` that belongs to `inDocument`.
 xercesc::DOMNode* ImportDeep(xercesc::DOMDocument* inDocument, const xercesc::DOMNode* inNode);
-
-// Appends a node that was just made for the document of `ioParent`: without a parent, and no
-// document fragment. The engine's appendChild finds out what is known here, at ten times the cost.
-// Throws the DOM's NO_MODIFICATION_ALLOWED_ERR below an entity reference.
-void AppendNew(xercesc::DOMElement* ioParent, xercesc::DOMNode* inNew);
 
 // Sets the value of an attribute. The engine would make a new text node each time, in memory that
 // only goes with the document; this writes into the one that is there.

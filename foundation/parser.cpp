@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLValidator.hpp>
@@ -23,6 +24,7 @@
 #include <xercesc/util/XMLEntityResolver.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
 #include <xercesc/util/XMLURL.hpp>
+#include <xercesc/util/XMLUni.hpp>
 #include <xercesc/validators/DTD/DTDAttDef.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
@@ -32,6 +34,7 @@
 #include "foundation/failure.h"
 #include "foundation/impl_utils.h"
 #include "foundation/limits.h"
+#include "foundation/tree_links.h"
 
 namespace quen {
 
@@ -127,7 +130,10 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
  public:
   GuardedParser(const ParseSettings& inSettings, const EntityBudget& inEntities,
                 CQuenXMLErrHandlerw& ioHandler)
-      : entities_(inEntities) {
+      : entities_(inEntities),
+        isPlain_(inSettings.namespaces && !inSettings.validation),
+        countedName_(inSettings.countedName),
+        count_(inSettings.count) {
     setErrorHandler(&ioHandler);
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);
@@ -212,22 +218,99 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
                     const XMLCh* const inPrefix,
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
                     const XMLSize_t inCount, const bool inIsEmpty, const bool inIsRoot) override {
+    if (countedName_ != nullptr &&
+        xercesc::XMLString::equals(inDeclaration.getBaseName(), countedName_))
+      ++*count_;
     if (++depth_ > kMaxDepth) Refuse(u"The elements nest deeper than the limit of this library");
     // The engine numbers element names and namespace names as it meets them.
     if (inDeclaration.getId() > kMaxDistinctNames || inUri > kMaxDistinctNames) RefuseNames();
     if (inCount > 0) CheckAttributes(inAttributes, inCount);
-    // For an empty element this ends it too.
-    XercesDOMParser::startElement(inDeclaration, inUri, inPrefix, inAttributes, inCount, inIsEmpty,
-                                  inIsRoot);
+    if (!IsPlain() || inDeclaration.hasAttDefs()) {
+      // For an empty element this ends it too.
+      XercesDOMParser::startElement(inDeclaration, inUri, inPrefix, inAttributes, inCount,
+                                    inIsEmpty, inIsRoot);
+      return;
+    }
+    xercesc::DOMElement* const element = NewElement(inDeclaration.getBaseName(), inUri, inPrefix);
+    if (inCount > 0) AddAttributes(element, inAttributes, inCount);
+    AppendToParent(element);
+    fCurrentParent = element;
+    fWithinElement = true;
+    if (inIsEmpty) endElement(inDeclaration, inUri, inIsRoot, inPrefix);
   }
 
   void endElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,
                   const bool inIsRoot, const XMLCh* const inPrefix) override {
     --depth_;
-    XercesDOMParser::endElement(inDeclaration, inUri, inIsRoot, inPrefix);
+    if (!IsPlain()) {
+      XercesDOMParser::endElement(inDeclaration, inUri, inIsRoot, inPrefix);
+      return;
+    }
+    fCurrentNode = fCurrentParent;
+    fCurrentParent = ParentOf(fCurrentNode);
+    if (fCurrentParent == fDocument) fWithinElement = false;
+  }
+
+  void docCharacters(const XMLCh* const inText, const XMLSize_t inLength,
+                     const bool inIsCData) override {
+    const bool isNew = fWithinElement && !inIsCData && IsPlain() &&
+                       fCurrentNode->getNodeType() != xercesc::DOMNode::TEXT_NODE;
+    if (isNew) {
+      AppendToParent(createText(inText, inLength));
+    } else {
+      XercesDOMParser::docCharacters(inText, inLength, inIsCData);
+    }
   }
 
  private:
+  // Most of a parse was the engine's way of putting nodes into the tree. Without a document type,
+  // schema or special settings there is nothing to it but making them and linking them, so that it
+  // is done here: the same nodes, from the same factories.
+  bool IsPlain() const { return isPlain_ && fDocumentType == nullptr; }
+
+  xercesc::DOMElement* NewElement(const XMLCh* inLocalName, unsigned inUri, const XMLCh* inPrefix) {
+    const XMLCh* uri = nullptr;
+    const XMLCh* qualifiedName = inLocalName;
+    if (inUri != fScanner->getEmptyNamespaceId()) {
+      uri = fScanner->getURIText(inUri);
+      if (inPrefix != nullptr && *inPrefix != 0) {
+        qualifiedName_.assign(inPrefix).append(1, u':').append(inLocalName);
+        qualifiedName = qualifiedName_.c_str();
+      }
+    }
+    return createElementNS(uri, inPrefix, inLocalName, qualifiedName);
+  }
+
+  void AddAttributes(xercesc::DOMElement* ioElement,
+                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
+                     XMLSize_t inCount) {
+    NewAttributes attributes(ioElement, inCount);
+    for (XMLSize_t i = 0; i < inCount; ++i) {
+      const xercesc::XMLAttr* const given = inAttributes.elementAt(i);
+      const XMLCh* const prefix = given->getPrefix();
+      const XMLCh* uri = nullptr;
+      if ((prefix == nullptr || *prefix == 0) &&
+          xercesc::XMLString::equals(given->getName(), xercesc::XMLUni::fgXMLNSString)) {
+        uri = xercesc::XMLUni::fgXMLNSURIName;
+      } else if (given->getURIId() != fScanner->getEmptyNamespaceId()) {
+        uri = fScanner->getURIText(given->getURIId());
+      }
+      xercesc::DOMAttr* const attribute =
+          createAttrNS(uri, prefix, given->getName(), given->getQName());
+      SetNewAttribute(attribute, given->getValue(), given->getSpecified());
+      attributes.Add(attribute);
+    }
+  }
+
+  void AppendToParent(xercesc::DOMNode* inNode) {
+    if (fCurrentParent == fDocument) {
+      fDocument->appendChild(inNode);
+    } else {
+      LinkNew(static_cast<xercesc::DOMElement*>(fCurrentParent), inNode);
+    }
+    fCurrentNode = inNode;
+  }
+
   void CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
                        XMLSize_t inCount) {
     if (inCount > kMaxAttributes)
@@ -283,6 +366,10 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
   }
 
   const EntityBudget& entities_;
+  const bool isPlain_;
+  wstring qualifiedName_;
+  const char16_t* const countedName_;
+  std::size_t* const count_;
   std::vector<wstring> schemas_;
   std::uint32_t depth_ = 0;
   std::size_t defaulted_ = 0;

@@ -5,6 +5,7 @@
 #ifndef QUENXML2_FOUNDATION_PARSER_H_
 #define QUENXML2_FOUNDATION_PARSER_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -70,6 +71,9 @@ struct ParseSettings {
   // Where the schemas are. Only these are opened, and what they include, if it is a local file.
   wstring schemaLocation;
   wstring noNamespaceSchemaLocation;
+  // Counts the elements of this local name, if there is one: whoever wants to know needs no walk.
+  const char16_t* countedName = nullptr;
+  std::size_t* count = nullptr;
 };
 
 // Parses one document. What the engine throws (XMLException, DOMException) passes through; a
