@@ -153,6 +153,7 @@ class QUENXML2_API CQuenXMLNode2w {
  private:
   friend class CQuenXMLNodeImpl2w;
   friend class CQuenXMLDataImpl2w;
+  friend class CQuenXMLMsgImpl2;
 
   std::unique_ptr<CQuenXMLNodeImpl2w> impl_;
 };
@@ -227,6 +228,7 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
   friend class CQuenXMLDocument2w;
   friend class element_iteratorImpl2w;
   friend class CQuenXMLDataImpl2w;
+  friend class CQuenXMLMsgImpl2;
 
   CQuenXMLElementImpl2w Impl() const;
 };
@@ -464,6 +466,7 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
  private:
   friend class CQuenXMLNode2w;
   friend class CQuenXMLDataImpl2w;
+  friend class CQuenXMLMsgImpl2;
 
   explicit CQuenXMLDocument2w(std::unique_ptr<CQuenXMLDocumentImpl2w> inImpl);
   CQuenXMLDocumentImpl2w& Impl() const;

@@ -104,6 +104,7 @@ class QUENXML2_API CQuenXMLNode2 {
 
  private:
   friend class CQuenXMLData2;
+  friend class CQuenXMLMsg2;
 };
 
 class CQuenXMLAttr2;

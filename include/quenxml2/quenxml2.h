@@ -8,6 +8,7 @@
 #include <quenxml2/data.h>
 #include <quenxml2/dom.h>
 #include <quenxml2/exceptions.h>
+#include <quenxml2/message.h>
 #include <quenxml2/message_base.h>
 #include <quenxml2/narrow.h>
 #include <quenxml2/types.h>

@@ -28,6 +28,7 @@
 #include <quenxml2/data.h>
 #include <quenxml2/dom.h>
 #include <quenxml2/exceptions.h>
+#include <quenxml2/message.h>
 #include <quenxml2/narrow.h>
 #include <quenxml2/utils.h>
 
@@ -46,6 +47,8 @@ struct WideTypes {
   using PI = CQuenXMLPI2w;
   using Document = CQuenXMLDocument2w;
   using Data = CQuenXMLData2w;
+  using Msg = CQuenXMLMsg2w;
+  using BaseMessage = CQuenMessagew;
   using Utils = CQuenXMLUtils2w;
 
   // The implementation has the UTF-8 operations, which the narrow classes do not need.
@@ -70,6 +73,8 @@ struct NarrowTypes {
   using PI = CQuenXMLPI2;
   using Document = CQuenXMLDocument2;
   using Data = CQuenXMLData2;
+  using Msg = CQuenXMLMsg2;
+  using BaseMessage = CQuenMessage;
   using Utils = CQuenXMLUtils2;
 
   static CQuenXMLDataImpl2w& Impl(const Data& inTree) { return *inTree.GetCQuenXMLData2Impl(); }
