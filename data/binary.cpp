@@ -14,15 +14,27 @@
 namespace quen {
 namespace {
 
-wstring HexText(string inBytes) {
-  string text;
-  BytesToHexText(std::move(inBytes), text);
-  return gImplUtils.TranscodeFromUTF8(text);
+wstring HexText(const char* inBytes, std::size_t inCount) {
+  wstring text;
+  WriteHexText(inBytes, inCount, text);
+  return text;
 }
 
-string BytesOf(const unsigned char* inData, std::uint32_t inLength) {
-  if (inData == nullptr) return string();
-  return string(reinterpret_cast<const char*>(inData), inLength);
+wstring HexText(const string& inBytes) { return HexText(inBytes.data(), inBytes.size()); }
+
+wstring HexText(const unsigned char* inData, std::uint32_t inLength) {
+  return HexText(reinterpret_cast<const char*>(inData), inData != nullptr ? inLength : 0);
+}
+
+// In UTF-8; what was not written here may hold anything.
+string Narrowed(const wstring& inText) {
+  char16_t all = 0;
+  for (const char16_t unit : inText) all = static_cast<char16_t>(all | unit);
+  if (all >= 0x80) return gImplUtils.TransCodeToUTF8(inText);
+  string text(inText.size(), '\0');
+  std::transform(inText.begin(), inText.end(), text.begin(),
+                 [](char16_t unit) { return static_cast<char>(unit); });
+  return text;
 }
 
 string BytesAt(const CQuenXMLDataImpl2w& inTree, const wstring& inPath) {
@@ -33,7 +45,7 @@ string BytesAt(const CQuenXMLDataImpl2w& inTree, const wstring& inPath) {
                         u"Invalid Binary Data");
   }
   string bytes;
-  HexTextToBytes(gImplUtils.TransCodeToUTF8(text), bytes);
+  HexTextToBytes(Narrowed(text), bytes);
   return bytes;
 }
 
@@ -45,7 +57,7 @@ void CQuenXMLDataImpl2w::AddBinaryData(const wstring& inData, const wstring& inP
 
 void CQuenXMLDataImpl2w::AddBinaryData(const unsigned char* inData, std::uint32_t inLength,
                                        const wstring& inPath) {
-  AddData(HexText(BytesOf(inData, inLength)), inPath);
+  AddData(HexText(inData, inLength), inPath);
 }
 
 void CQuenXMLDataImpl2w::SetBinaryData(const wstring& inData, const wstring& inPath) {
@@ -54,7 +66,7 @@ void CQuenXMLDataImpl2w::SetBinaryData(const wstring& inData, const wstring& inP
 
 void CQuenXMLDataImpl2w::SetBinaryData(const unsigned char* inData, std::uint32_t inLength,
                                        const wstring& inPath) {
-  SetData(HexText(BytesOf(inData, inLength)), inPath);
+  SetData(HexText(inData, inLength), inPath);
 }
 
 void CQuenXMLDataImpl2w::GetBinaryData(wstring& outData, const wstring& inPath) const {

@@ -8,18 +8,25 @@
 #include <cstddef>
 #include <string>
 
-// Makes `outText` the text of `inBytes` and returns its length, 2n + 2 for n bytes.
-inline unsigned int BytesToHexText(std::string inBytes, std::string& outText) {
+// Makes `outText`, of units of any width, the text of the bytes.
+template <class Text>
+void WriteHexText(const char* inBytes, std::size_t inCount, Text& outText) {
+  using Unit = typename Text::value_type;
   static constexpr char kDigits[] = "0123456789abcdef";
-  outText.resize(2 * inBytes.size() + 2);
+  outText.resize(2 * inCount + 2);
   outText[0] = '0';
   outText[1] = 'x';
-  std::size_t at = 2;
-  for (const char byte : inBytes) {
-    const unsigned char value = static_cast<unsigned char>(byte);
-    outText[at++] = kDigits[value >> 4];
-    outText[at++] = kDigits[value & 0xF];
+  Unit* at = &outText[2];
+  for (std::size_t i = 0; i < inCount; ++i) {
+    const unsigned char value = static_cast<unsigned char>(inBytes[i]);
+    *at++ = static_cast<Unit>(kDigits[value >> 4]);
+    *at++ = static_cast<Unit>(kDigits[value & 0xF]);
   }
+}
+
+// Makes `outText` the text of `inBytes` and returns its length, 2n + 2 for n bytes.
+inline unsigned int BytesToHexText(std::string inBytes, std::string& outText) {
+  WriteHexText(inBytes.data(), inBytes.size(), outText);
   return static_cast<unsigned int>(outText.size());
 }
 
@@ -27,17 +34,23 @@ inline unsigned int BytesToHexText(std::string inBytes, std::string& outText) {
 // them. Upper and lower case are read. A character that is no digit is not noticed: it counts as
 // 240, so that it is 0 in the first place and adds 240 in the second.
 inline unsigned char HexPairToByte(const char*& ioPosition, int inDigits) {
-  constexpr unsigned char kNoDigit = 240;
+  struct Table {
+    unsigned char digits[256];
+    constexpr Table() : digits() {
+      for (int unit = 0; unit < 256; ++unit) {
+        const int lower = unit | 0x20;
+        int digit = 240;
+        if (unit >= '0' && unit <= '9') digit = unit - '0';
+        if (lower >= 'a' && lower <= 'f' && unit < 0x80) digit = lower - 'a' + 10;
+        digits[unit] = static_cast<unsigned char>(digit);
+      }
+    }
+  };
+  static constexpr Table kTable;
   unsigned char value = 0;
   int shift = 4;
   for (; inDigits > 0; --inDigits, shift -= 4) {
-    const unsigned char unit = static_cast<unsigned char>(*ioPosition++);
-    unsigned char digit = kNoDigit;
-    if (unit >= '0' && unit <= '9') {
-      digit = static_cast<unsigned char>(unit - '0');
-    } else if ((unit >= 'A' && unit <= 'F') || (unit >= 'a' && unit <= 'f')) {
-      digit = static_cast<unsigned char>((unit | 0x20) - 'a' + 10);
-    }
+    const unsigned char digit = kTable.digits[static_cast<unsigned char>(*ioPosition++)];
     value = static_cast<unsigned char>(value + static_cast<unsigned char>(digit << shift));
   }
   return value;

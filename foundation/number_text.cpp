@@ -4,6 +4,7 @@
 // from decimal digits to a double and back is that of <charconv>.
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -24,6 +25,12 @@ std::string FixedText(std::int32_t inPrecision, double inValue) {
                                                  std::chars_format::fixed, precision);
   text.resize(static_cast<std::size_t>(end.ptr - text.data()));
   return text;
+}
+
+// Whether the value is an integer that a std::int64_t holds, and no negative zero.
+bool IsInteger(double inValue) {
+  return std::fabs(inValue) < 1e15 && std::trunc(inValue) == inValue &&
+         !(inValue == 0 && std::signbit(inValue));
 }
 
 constexpr bool IsDigit(char inChar) { return inChar >= '0' && inChar <= '9'; }
@@ -102,6 +109,13 @@ bool SurvivesPrecision(std::int32_t inWidth, std::int32_t inPrecision, double in
 
 void CQuenXMLImplUtils2w::NumberToText(std::int32_t inWidth, std::int32_t inPrecision,
                                        const double& inValue, wstring& outText) {
+  if (inPrecision == 0 && inWidth >= 16 && IsInteger(inValue)) {
+    char digits[16];  // a sign and fifteen digits
+    const std::to_chars_result end =
+        std::to_chars(digits, digits + sizeof(digits), static_cast<std::int64_t>(inValue));
+    outText.assign(digits, end.ptr);
+    return;
+  }
   const std::string text = FixedText(inPrecision, inValue);
   const bool drop = text.size() > static_cast<std::size_t>(std::max(inWidth, 0)) && !text.empty() &&
                     text.front() == '0';
