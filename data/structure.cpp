@@ -21,6 +21,16 @@ void CheckPosition(const internal::Cursor& inCursor) {
   }
 }
 
+// Appends a node that was just made. The short way is for elements alone.
+void AppendTo(CQuenXMLNodeImpl2w& ioParent, const CQuenXMLNodeImpl2w& inNew) {
+  xercesc::DOMNode* const parent = ioParent.GetDOMNode();
+  if (parent != nullptr && parent->getNodeType() == xercesc::DOMNode::ELEMENT_NODE) {
+    CQuenXMLElementImpl2w(parent).AppendNew(inNew);
+  } else {
+    ioParent.AppendChild(inNew);
+  }
+}
+
 // The first direct child of `inElement` of that kind, null if there is none.
 CQuenXMLNodeImpl2w FirstChildOf(const CQuenXMLElementImpl2w& inElement,
                                 CQuenXMLNode2w::NodeType inType) {
@@ -63,7 +73,7 @@ void CQuenXMLDataImpl2w::AddChildNode(const wstring& inName, const wstring& inPa
   CheckPosition(cursor_);
   const CQuenXMLElementImpl2w child = document_.Impl().CreateElement(inName);
   if (inPath.empty()) {
-    cursor_->GetImpl()->AppendChild(child);
+    AppendTo(*cursor_->GetImpl(), child);
   } else {
     internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::AddChildNode").AppendNew(child);
   }
@@ -74,7 +84,7 @@ void CQuenXMLDataImpl2w::AddChildNodeNS(const wstring& inName, const wstring& in
   CheckPosition(cursor_);
   const CQuenXMLElementImpl2w child = document_.Impl().CreateElementNS(inName, inNamespaceURI);
   if (inPath.empty()) {
-    cursor_->GetImpl()->AppendChild(child);
+    AppendTo(*cursor_->GetImpl(), child);
   } else {
     internal::RequireElement(cursor_, inPath, u"CQuenXMLDataImpl2w::AddChildNodeNS")
         .AppendNew(child);
