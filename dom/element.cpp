@@ -15,15 +15,18 @@ using internal::ImplFromNode;
 using internal::ImplOnNodeOf;
 
 CQuenXMLElement2w::CQuenXMLElement2w() = default;
-CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLElement2w& inOther)
-    : CQuenXMLNode2w(ImplOnNodeOf<CQuenXMLElementImpl2w>(inOther)) {}
-CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLNode2w& inNode)
-    : CQuenXMLNode2w(ImplFromNode<CQuenXMLElementImpl2w>(inNode)) {}
-CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLElementImpl2w& inImpl)
-    : CQuenXMLNode2w(std::make_unique<CQuenXMLElementImpl2w>(inImpl)) {}
+CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLElement2w& inOther) : CQuenXMLNode2w() {
+  SetImpl(ImplOnNodeOf<CQuenXMLElementImpl2w>(inOther));
+}
+CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLNode2w& inNode) : CQuenXMLNode2w() {
+  SetImpl(ImplFromNode<CQuenXMLElementImpl2w>(inNode));
+}
+CQuenXMLElement2w::CQuenXMLElement2w(const CQuenXMLElementImpl2w& inImpl) : CQuenXMLNode2w() {
+  SetImpl(inImpl);
+}
 CQuenXMLElement2w::~CQuenXMLElement2w() = default;
 CQuenXMLElement2w& CQuenXMLElement2w::operator=(const CQuenXMLElement2w& inOther) {
-  if (this != &inOther) ReplaceImpl(ImplOnNodeOf<CQuenXMLElementImpl2w>(inOther));
+  if (this != &inOther) SetImpl(ImplOnNodeOf<CQuenXMLElementImpl2w>(inOther));
   return *this;
 }
 

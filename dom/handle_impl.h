@@ -4,25 +4,39 @@
 #ifndef QUENXML2_DOM_HANDLE_IMPL_H_
 #define QUENXML2_DOM_HANDLE_IMPL_H_
 
-#include <memory>
+#include <new>
+#include <type_traits>
 
 #include "dom/leaf_impl.h"
 
-namespace quen::internal {
+namespace quen {
+
+// Nothing is lost when the storage of such an implementation is given to another.
+template <class Impl>
+void CQuenXMLNode2w::SetImpl(const Impl& inImpl) noexcept {
+  static_assert(sizeof(Impl) <= sizeof(place_) && alignof(Impl) <= alignof(void*) &&
+                std::is_nothrow_copy_constructible_v<Impl>);
+  const Impl copy(inImpl);  // which may lie in this handle
+  Release();
+  impl_ = new (place_) Impl(copy);
+}
+
+namespace internal {
 
 // On the node of another handle, whatever its kind.
 template <class Impl>
-std::unique_ptr<Impl> ImplOnNodeOf(const CQuenXMLNode2w& inHandle) {
-  return std::make_unique<Impl>(inHandle.GetImpl()->GetDOMNode());
+Impl ImplOnNodeOf(const CQuenXMLNode2w& inHandle) {
+  return Impl(inHandle.GetImpl()->GetDOMNode());
 }
 
 // On the node of another handle if it is of the right kind, null if it is not; throws 8 for a null
 // one.
 template <class Impl>
-std::unique_ptr<Impl> ImplFromNode(const CQuenXMLNode2w& inHandle) {
-  return std::make_unique<Impl>(*inHandle.GetImpl());
+Impl ImplFromNode(const CQuenXMLNode2w& inHandle) {
+  return Impl(*inHandle.GetImpl());
 }
 
-}  // namespace quen::internal
+}  // namespace internal
+}  // namespace quen
 
 #endif  // QUENXML2_DOM_HANDLE_IMPL_H_

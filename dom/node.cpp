@@ -4,32 +4,35 @@
 #include <typeinfo>
 
 #include "dom/document_impl.h"
+#include "dom/handle_impl.h"
 
 namespace quen {
 namespace {
-
-std::unique_ptr<CQuenXMLNodeImpl2w> PlainImpl(const CQuenXMLNodeImpl2w& inImpl) {
-  return std::make_unique<CQuenXMLNodeImpl2w>(inImpl.GetDOMNode());
-}
 
 CQuenXMLNodeImpl2w& ImplOf(const CQuenXMLNode2w& inHandle) { return *inHandle.GetImpl(); }
 
 }  // namespace
 
-CQuenXMLNode2w::CQuenXMLNode2w() : impl_(std::make_unique<CQuenXMLNodeImpl2w>()) {}
-CQuenXMLNode2w::CQuenXMLNode2w(const CQuenXMLNode2w& inOther) : impl_(PlainImpl(*inOther.impl_)) {}
-CQuenXMLNode2w::CQuenXMLNode2w(const CQuenXMLNodeImpl2w& inImpl) : impl_(PlainImpl(inImpl)) {}
+CQuenXMLNode2w::CQuenXMLNode2w() : impl_(new (place_) CQuenXMLNodeImpl2w()) {}
+CQuenXMLNode2w::CQuenXMLNode2w(const CQuenXMLNode2w& inOther) : CQuenXMLNode2w(*inOther.impl_) {}
+CQuenXMLNode2w::CQuenXMLNode2w(const CQuenXMLNodeImpl2w& inImpl)
+    : impl_(new (place_) CQuenXMLNodeImpl2w(inImpl.GetDOMNode())) {}
 CQuenXMLNode2w::CQuenXMLNode2w(std::unique_ptr<CQuenXMLNodeImpl2w> inImpl)
-    : impl_(std::move(inImpl)) {}
-CQuenXMLNode2w::~CQuenXMLNode2w() = default;
+    : impl_(inImpl.release()) {}
+CQuenXMLNode2w::~CQuenXMLNode2w() { Release(); }
+
+void CQuenXMLNode2w::Release() noexcept {
+  if (static_cast<const void*>(impl_) != place_) delete impl_;
+}
 
 CQuenXMLNode2w& CQuenXMLNode2w::operator=(const CQuenXMLNode2w& inOther) {
-  if (this != &inOther) impl_ = PlainImpl(*inOther.impl_);
+  if (this != &inOther) SetImpl(CQuenXMLNodeImpl2w(inOther.impl_->GetDOMNode()));
   return *this;
 }
 
 void CQuenXMLNode2w::ReplaceImpl(std::unique_ptr<CQuenXMLNodeImpl2w> inImpl) {
-  impl_ = std::move(inImpl);
+  Release();
+  impl_ = inImpl.release();
 }
 
 wstring CQuenXMLNode2w::GetName() const { return impl_->GetName(); }
@@ -93,7 +96,7 @@ CQuenXMLNode2w CQuenXMLNode2w::SelectSingleNode(const wstring& inExpression) con
 CQuenXMLNode2w CQuenXMLNode2w::Clone(bool inDeep) const {
   return CQuenXMLNode2w(impl_->Clone(inDeep));
 }
-CQuenXMLNodeImpl2w* CQuenXMLNode2w::GetImpl() const { return impl_.get(); }
+CQuenXMLNodeImpl2w* CQuenXMLNode2w::GetImpl() const { return impl_; }
 
 bool CQuenXMLNode2w::operator==(const CQuenXMLNode2w& inOther) const {
   return *impl_ == *inOther.impl_;

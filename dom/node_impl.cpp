@@ -258,7 +258,7 @@ std::vector<DOMNode*> CQuenXMLNodeImpl2w::Select(const wstring& inExpression,
 std::vector<CQuenXMLNode2w> CQuenXMLNodeImpl2w::SelectNodes(const wstring& inExpression) const {
   const std::vector<DOMNode*> nodes = Select(inExpression, false);
   return Guarded<NodeClauses>(u"CQuenXMLNodeImpl2w::SelectNodes()", [&] {
-    // One allocation a handle: each is made as a null one in its place and then given its node.
+    // Each is made as a null one in its place and then given its node.
     std::vector<CQuenXMLNode2w> handles(nodes.size(), CQuenXMLNode2w());
     for (std::size_t i = 0; i < nodes.size(); ++i) handles[i].impl_->node_ = nodes[i];
     return handles;

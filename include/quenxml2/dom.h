@@ -149,13 +149,21 @@ class QUENXML2_API CQuenXMLNode2w {
   // Takes over an implementation of a derived class.
   explicit CQuenXMLNode2w(std::unique_ptr<CQuenXMLNodeImpl2w> inImpl);
   void ReplaceImpl(std::unique_ptr<CQuenXMLNodeImpl2w> inImpl);
+  // Copies one that is a pointer to a node and nothing else into the handle. For the library's own
+  // classes.
+  template <class Impl>
+  void SetImpl(const Impl& inImpl) noexcept;
 
  private:
   friend class CQuenXMLNodeImpl2w;
   friend class CQuenXMLDataImpl2w;
   friend class CQuenXMLMsgImpl2;
 
-  std::unique_ptr<CQuenXMLNodeImpl2w> impl_;
+  void Release() noexcept;
+
+  // The implementation lies in the handle, or behind it where it is more than a pointer to a node.
+  CQuenXMLNodeImpl2w* impl_;
+  alignas(void*) unsigned char place_[2 * sizeof(void*)];
 };
 
 class CQuenXMLAttr2w;
