@@ -49,6 +49,9 @@ bool HasChildren(int type) {
   return type == DOMNode::ELEMENT_NODE || type == DOMNode::DOCUMENT_NODE;
 }
 
+// Nodes of a walk after which looking through the names costs little beside it.
+constexpr std::uint32_t kLongWalk = 2048;
+
 // Where a node goes that was found. False ends the search.
 class Sink {
  public:
@@ -151,13 +154,18 @@ class Evaluator {
   bool PassesPredicates(Step& step, DOMNode* node, DOMNode* origin, Counters& counters, Index end);
   std::uint32_t Total(Step& step, DOMNode* origin, const Counters& counters, Index predicate);
   static bool IsExhausted(const Step& step, const Counters& counters);
-  DOMNode* SkipToMatch(Step& step, DOMNode* node, Counters* counters);
+  template <class Passed>
+  DOMNode* SkipToMatch(Step& step, DOMNode* node, Counters& counters, DOMNode*& next,
+                       Passed&& passed);
+  bool MayExist(const Step& step) const;
+  bool MayExist(const PathSet& set) const;
   bool Enumerate(Step& step, DOMNode* origin, Sink& sink);
   bool EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& sink);
 
   // Paths
   bool Find(Index set, DOMNode* context, Sink& sink);
   bool Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, Sink& sink);
+  bool WalkChildren(const PathSet& set, std::uint64_t start, DOMNode* origin, Sink& sink);
   std::uint64_t Reach(const PathSet& set, std::uint64_t candidates, std::uint64_t ready,
                       DOMNode* node, int type, DOMNode* parent, Counters* counters,
                       std::uint64_t& found);
@@ -402,6 +410,7 @@ bool Evaluator::IsExhausted(const Step& step, const Counters& counters) {
 // `//name`, the walk over most nodes, on its own.
 bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& sink) {
   Counters none;
+  std::uint32_t untilAsked = kLongWalk;
   InlineVector<DOMNode*, 32> rest;
   for (DOMNode* node = FactsOf(origin).child;;) {
     if (node == nullptr) {
@@ -409,6 +418,7 @@ bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& si
       node = rest.back();
       rest.pop_back();
     }
+    if (--untilAsked == 0 && !MayExist(step)) return true;
     PrefetchBehind(node);
     DOMNode* next = nullptr;
     DOMNode* child = nullptr;
@@ -454,21 +464,59 @@ bool Evaluator::Enumerate(Step& step, DOMNode* origin, Sink& sink) {
   return wanted && !declined_;
 }
 
-// The first node from `node` on along its siblings that the step may take. Nodes before the place
-// of `b[n]` are counted and passed over.
-DOMNode* Evaluator::SkipToMatch(Step& step, DOMNode* node, Counters* counters) {
+// The first node from `node` on along its siblings that the step, one to children, may take, and
+// the sibling behind it. Nodes before the place of `b[n]` are counted and passed over.
+template <class Passed>
+DOMNode* Evaluator::SkipToMatch(Step& step, DOMNode* node, Counters& counters, DOMNode*& next,
+                                Passed&& passed) {
+  const bool byLocalName = step.test == NodeTest::kLocalName;
   while (node != nullptr) {
-    const NodeFacts facts = FactsOf(node);
-    if (Matches(step, node, facts.type)) {
-      if (step.place == 0 || counters->reached[0] + 1 >= step.place) return node;
-      ++counters->reached[0];
-    } else if (IsForeign(facts.type)) {
-      Decline();
-      return nullptr;
+    bool matches = false;
+    passed(node);
+    if (const xercesc::DOMElementImpl* const element = AsElement(node)) {
+      next = element->fChild.nextSibling;
+      matches = byLocalName ? MatchesLocalName(step, *element)
+                            : Matches(step, node, int{DOMNode::ELEMENT_NODE});
+    } else {
+      const NodeFacts facts = FactsOf(node);
+      next = facts.next;
+      if (IsForeign(facts.type)) {
+        Decline();
+        return nullptr;
+      }
+      matches = Matches(step, node, facts.type);
     }
-    node = facts.next;
+    if (matches) {
+      if (step.place == 0 || counters.reached[0] + 1 >= step.place) return node;
+      ++counters.reached[0];
+    }
+    node = next;
   }
+  next = nullptr;
   return nullptr;
+}
+
+// Whether the document has the names of the step at all.
+bool Evaluator::MayExist(const Step& step) const {
+  switch (step.test) {
+    case NodeTest::kLocalName:
+      return NamesOf::MayHave(document_, step.name.Text());
+    case NodeTest::kExpandedName:
+      return NamesOf::MayHave(document_, step.name.Text()) &&
+             NamesOf::MayHave(document_, step.uri.Text());
+    default:
+      return true;
+  }
+}
+
+// The same for all steps of any of the paths.
+bool Evaluator::MayExist(const PathSet& set) const {
+  for (Index path = set.first; path != kNone; path = program_.paths[path].next) {
+    Index at = program_.paths[path].first;
+    while (at != kNone && MayExist(program_.steps[at])) at = program_.steps[at].next;
+    if (at == kNone) return true;
+  }
+  return false;
 }
 
 // ---- downward paths: one walk in document order for all steps of all paths
@@ -524,6 +572,52 @@ bool Evaluator::EmitAttributes(const PathSet& set, std::uint64_t steps, DOMNode*
   return wanted && !declined_;
 }
 
+// A single path of child steps: a walk with one step on each level.
+bool Evaluator::WalkChildren(const PathSet& set, std::uint64_t start, DOMNode* origin, Sink& sink) {
+  struct Level {
+    DOMNode* parent;
+    DOMNode* next;
+    Counters counters;
+    PrefetchRow row;
+  };
+  if (IsForeign(origin->getNodeType())) return Decline();
+  const auto firstBit = static_cast<unsigned>(__builtin_ctzll(start));
+  const auto lastBit = static_cast<unsigned>(__builtin_ctzll(set.last));
+  InlineVector<Level, 6> levels;
+  const auto enter = [&](DOMNode* node, DOMNode* child) {
+    Level& level = *levels.Extend(1);
+    level.parent = node;
+    level.next = child;
+    level.counters = Counters{};
+    level.row = PrefetchRow();
+  };
+  enter(origin, FactsOf(origin).child);
+  while (!levels.empty()) {
+    Level& level = levels.back();
+    const auto bit = firstBit + static_cast<unsigned>(levels.size()) - 1;
+    Step& step = program_.steps[program_.walkSteps[set.steps + bit]];
+    DOMNode* const node = SkipToMatch(step, level.next, level.counters, level.next,
+                                      [&](DOMNode* each) { level.row.Pass(each); });
+    if (node == nullptr) {
+      if (declined_) return false;
+      levels.pop_back();
+      continue;
+    }
+    if (step.predicates != kNone) {
+      const bool passes = PassesPredicates(step, node, level.parent, level.counters, kNone);
+      if (declined_) return false;
+      if (step.positions != 0 && IsExhausted(step, level.counters)) level.next = nullptr;
+      if (!passes) continue;
+    }
+    if (bit == lastBit) {
+      if (!sink.Take(node)) return false;
+    } else if (DOMNode* const child = FactsOf(node).child) {
+      enter(node, child);
+    }
+  }
+  return true;
+}
+
 bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, Sink& sink) {
   if ((start & set.last & set.descendant) == start && (start & (start - 1)) == 0) {
     const auto bit = static_cast<unsigned>(__builtin_ctzll(start));
@@ -536,6 +630,12 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
     std::uint64_t below;  // steps that any descendant may answer
   };
   const std::uint64_t anywhere = set.descendant | set.descendantOrSelf;
+  if ((anywhere | set.self | set.attribute) == 0 && (start & (start - 1)) == 0 &&
+      (set.last & (set.last - 1)) == 0) {
+    return WalkChildren(set, start, origin, sink);
+  }
+  // A walk that has become long asks whether it can find anything.
+  std::uint32_t untilAsked = kLongWalk;
   InlineVector<Level, 16> levels;
   // Counters of the child steps with positions, one row of them for each level.
   InlineVector<Counters, 4> counters;
@@ -590,14 +690,12 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
       Step& step = program_.steps[program_.walkSteps[set.steps + bit]];
       Counters none;
       Counters& counter = step.positions == 0 ? none : own[bit];
-      node = SkipToMatch(step, node, &counter);
+      node = SkipToMatch(step, node, counter, level.node, [](DOMNode*) {});
       if (node == nullptr) {
         if (declined_) return false;
-        level.node = nullptr;
         continue;
       }
-      const NodeFacts facts = FactsOf(node);
-      level.node = facts.next;
+      const int type = node->getNodeType();
       const bool accepted = Accepts(step, node, level.parent, counter);
       if (declined_) return false;
       if (step.positions != 0 && IsExhausted(step, counter)) level.node = nullptr;
@@ -607,13 +705,15 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
       if ((set.last & mask) == 0) {
         ready = mask << 1;
         if ((ready & (set.self | set.descendantOrSelf)) != 0) {
-          ready = Reach(set, 0, ready, node, facts.type, level.parent, own, found);
+          ready = Reach(set, 0, ready, node, type, level.parent, own, found);
           if (declined_) return false;
         }
       }
-      if (!enter(node, facts.type, found, ready, 0)) return false;
+      if (!enter(node, type, found, ready, 0)) return false;
       continue;
     }
+    if (--untilAsked == 0 && !MayExist(set)) return true;
+    PrefetchBehind(node);
     const NodeFacts facts = FactsOf(node);
     level.node = facts.next;
     const int type = facts.type;

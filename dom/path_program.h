@@ -65,6 +65,7 @@ class NameMatcher {
     if (name == miss_) return false;
     return Compare(name);
   }
+  std::u16string_view Text() const { return text_; }
 
  private:
   bool Compare(const char16_t* name);

@@ -40,6 +40,40 @@ constexpr char kOrder[] =
     "<b i='11' n='abc'/>"
     "</o>";
 
+// A walk that has become long gives up when the document has no such name at all. Names that the
+// parser made and names that came later lie in its table in different ways.
+TEST(LocationPath, NamesThatALongWalkLooksFor) {
+  std::string text = "<o xmlns:p='urn:p' xmlns:q='urn:q'>";
+  for (int i = 0; i < 3000; ++i) text += "<f/>";
+  text += "<p:last i='1' p:name='2'><p:inner i='3'/></p:last><plain i='4'/></o>";
+  const Document document = Parse(text);
+  xercesc::DOMElement* const root = document->getDocumentElement();
+  xercesc::DOMElement* const made = document->createElementNS(u"urn:q", u"q:made");
+  made->setAttribute(u"i", u"5");
+  root->appendChild(made);
+  xercesc::DOMElement* const late = document->createElement(u"late");
+  late->setAttribute(u"i", u"6");
+  made->appendChild(late);
+
+  const PathCase cases[] = {
+      {"a name of no namespace", "//plain", "plain#4"},
+      {"one that nothing has", "//nothing", ""},
+      {"a name with a prefix", "//p:last", "p:last#1"},
+      {"by way of its parent", "//p:last/p:inner", "p:inner#3"},
+      {"a parent that nothing has", "//p:nothing/p:inner", ""},
+      {"a child that nothing has", "//p:last/p:nothing", ""},
+      {"made later, with a prefix", "//q:made", "q:made#5"},
+      {"made later, without one", "//q:made/late", "late#6"},
+      {"a local name in another namespace", "//q:last", ""},
+      {"one path of a union", "//nothing/x|//plain|//p:nothing/y", "plain#4"},
+      {"no path of a union", "//nothing/x|//p:nothing/y", ""},
+      {"an attribute", "//p:last/@p:name", "@p:name=2"},
+      {"an attribute that nothing has", "//*/@nothing", ""},
+      {"a name of the expression alone", "//f[nothing]", ""},
+  };
+  for (const PathCase& each : cases) Check(*document, "/", each);
+}
+
 TEST(LocationPath, StepsAndNames) {
   const PathCase cases[] = {
       {"the document", "/", "/"},
