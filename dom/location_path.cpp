@@ -821,19 +821,37 @@ void Evaluator::TakeStep(Step& step, const Nodes& from, bool firstOnly, Nodes& t
 // In document order when it begins at one node and keeps to one; else the caller sorts.
 void Evaluator::SelectStepwise(const PathSet& set, const Path& path, DOMNode* context,
                                bool firstOnly, Nodes& out) {
-  Nodes from{path.absolute ? &document_ : context};
-  Nodes to;
+  DOMNode* origin = path.absolute ? &document_ : context;
   std::uint8_t number = 0;
+  Index at = path.first;
+  // `..` and `.` lead from one node to one.
+  for (; at != kNone; at = program_.steps[at].next, ++number) {
+    Step& step = program_.steps[at];
+    if (step.predicates != kNone || (step.axis != Axis::kParent && step.axis != Axis::kSelf)) break;
+    if (step.axis == Axis::kParent) origin = ParentOf(*origin);
+    if (origin == nullptr) return;
+    const int type = origin->getNodeType();
+    if (IsForeign(type)) {
+      Decline();
+      return;
+    }
+    if (!Matches(step, origin, type)) return;
+  }
+  const auto walkOn = [&](DOMNode* start) {
+    SinkOf collect([&](DOMNode* node) {
+      out.push_back(node);
+      return !firstOnly;
+    });
+    Walk(set, std::uint64_t{1} << (path.firstBit + number), start, collect);
+  };
+  if (at != kNone && set.walkable && number >= path.downwardFrom) return walkOn(origin);
+  Nodes from{origin};
+  Nodes to;
   bool ordered = true;
   const std::size_t before = out.size();
-  for (Index at = path.first; at != kNone; at = program_.steps[at].next, ++number) {
+  for (; at != kNone; at = program_.steps[at].next, ++number) {
     if (from.size() == 1 && set.walkable && number >= path.downwardFrom) {
-      SinkOf collect([&](DOMNode* node) {
-        out.push_back(node);
-        return !firstOnly;
-      });
-      Walk(set, std::uint64_t{1} << (path.firstBit + number), from.front(), collect);
-      return;
+      return walkOn(from.front());
     }
     to.clear();
     Step& step = program_.steps[at];
