@@ -3,6 +3,8 @@
 // How a message is made, copied and assigned, and its contents as a whole.
 #include "message/message_impl.h"
 
+#include <utility>
+
 #include <quenxml2/cipher.h>
 
 #include "data/clauses.h"
@@ -69,7 +71,8 @@ void CQuenXMLMsgImpl2::SetMessageContents(const CQuenXMLDocument2w& inDocument) 
 void CQuenXMLMsgImpl2::SetMessageContents(const CQuenXMLData2w& inData) {
   CQuenXMLDocument2w handle = inData.GetDocument();
   // Nobody else has this document, so that it becomes the message's own.
-  DocumentOwner document(static_cast<CQuenXMLDocumentImpl2w*>(handle.impl_.release()));
+  DocumentOwner document(
+      static_cast<CQuenXMLDocumentImpl2w*>(std::exchange(handle.impl_, nullptr)));
   if (!internal::IsEnvelope(*document)) document = internal::EnvelopeAround(std::move(document));
   Take(std::move(document), Nesting::kUnknown);
 }
