@@ -836,7 +836,7 @@ TEST(WideMessage, PartsAreWhatThePathsSelect) {
       found += message->GetMessageType().empty() ? 0 : 1;
     }
   }
-  EXPECT_GT(found, 150);
+  EXPECT_GT(found, 100);
 }
 
 TEST(NarrowMessage, ArgumentsAreWellFormedUtf8) {
