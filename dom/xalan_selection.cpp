@@ -2,6 +2,7 @@
 #include "dom/xalan_selection.h"
 
 #include <cstdint>
+#include <new>
 
 #include <xalanc/DOMSupport/DOMSupportDefault.hpp>
 #include <xalanc/PlatformSupport/PrefixResolver.hpp>
@@ -147,7 +148,8 @@ class NoPrefixes : public xalanc::PrefixResolver {
 void StartOnce() {
   // Never destroyed: trees may be used while static objects of other libraries end. The language
   // runs this once, whichever thread comes first.
-  [[maybe_unused]] static const auto* const init = new xalanc::XPathInit;
+  alignas(xalanc::XPathInit) static unsigned char place[sizeof(xalanc::XPathInit)];
+  [[maybe_unused]] static const auto* const init = new (place) xalanc::XPathInit;
 }
 
 DOMNode& RootOf(DOMNode& node) {

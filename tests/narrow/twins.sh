@@ -16,6 +16,8 @@ cat > "$work/without" <<'END'
 ^quen::CQuenXML(Document|Data)2::(Get|Append)UTF8Subset\(
 ^quen::CQuenXMLData2::GetCQuenXMLData2wImpl\(
 ^quen::CQuenXML(Element|Document|Data)2::(.*::)?Impl\(
+^quen::CQuenXMLNode2::Release\(
+^quen::CQuenXMLMsg2::(Get|Set|GetFormatted)MessageContentsw\(
 END
 
 "$1" -DC --defined-only "$2" | sed -E 's/^[0-9a-f]+ [A-Za-z] //; s/\[abi:cxx11\]//' |
@@ -27,6 +29,7 @@ grep -E '^((vtable|typeinfo) for )?quen::CQuen[A-Za-z]*2w(::[^ ]*)?(\(|$)|^opera
   "$work/all" |
   grep -vE 'Impl2w|_iteratorImpl' |
   sed -E 's/\b(CQuen[A-Za-z]*2)w\b/\1/g
+          s/\bCQuenMessagew\b/CQuenMessage/g
           s/char16_t/char/g
           s/std::basic_ostream<char, std::char_traits<char> >/std::ostream/g' |
   sort -u > "$work/expected"
