@@ -364,7 +364,7 @@ void RegisterEnvelope(const std::string& inName, bool inWithParts) {
 }
 
 void RegisterAll() {
-  for (const std::size_t siblings : {10, 1000, 100000}) {
+  for (const std::size_t siblings : {std::size_t{10}, std::size_t{1000}, std::size_t{100000}}) {
     for (const Read& read : kReads) RegisterRead(read, siblings);
     RegisterSelect("Path", "/a/b/c", WalkPath, siblings);
     RegisterSelect("Descendants", "//c", WalkDescendants, siblings);

@@ -368,7 +368,7 @@ TYPED_TEST(Values, BinaryData) {
        "78 The bytes are not well-formed UTF-8 at byte 0 @ "
        "CQuenXMLImplUtils2w::TranscodeFromUTF8()"},
       {"a failure leaves the variable", "<a>0xff</a>",
-       [read](D& t) {
+       [](D& t) {
          return TestFixture::Out(
              [&](S& s) { FailureAt<TypeParam>([&] { t.GetBinaryData(s, "/a"_t); }); });
        },

@@ -70,7 +70,7 @@ class Iterators : public testing::Test {
   Document document_;
 };
 using Lists = testing::Types<Children, Attributes>;
-TYPED_TEST_SUITE(Iterators, Lists);
+TYPED_TEST_SUITE(Iterators, Lists, );
 
 TYPED_TEST(Iterators, EveryStepAndClamp) {
   using It = typename TypeParam::It;

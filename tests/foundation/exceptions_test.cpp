@@ -18,7 +18,7 @@ namespace {
 template <class Failure>
 class Exceptions : public testing::Test {};
 using Families = testing::Types<CQuenXMLException2w, CQuenXMLException2>;
-TYPED_TEST_SUITE(Exceptions, Families);
+TYPED_TEST_SUITE(Exceptions, Families, );
 
 template <class Failure>
 std::string Fields(const Failure& inFailure) {
