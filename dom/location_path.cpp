@@ -113,6 +113,12 @@ class Evaluator {
         return type == DOMNode::ATTRIBUTE_NODE && step.name.Matches(node->getNodeName()) &&
                IsPrincipal(step, node, type) && IsEmpty(node->getNamespaceURI());
       case NodeTest::kExpandedName:
+        if (const xercesc::DOMElementImpl* const element = AsElement(node)) {
+          return step.uri.Matches(NamespaceOf::Get(*element)) &&
+                 step.name.Matches(NamespaceOf::LocalName(*element)) &&
+                 step.axis != Axis::kAttribute;
+        }
+        if (type == DOMNode::TEXT_NODE) return false;
         return step.name.Matches(node->getLocalName()) &&
                step.uri.Matches(node->getNamespaceURI()) && IsPrincipal(step, node, type);
       case NodeTest::kNamespace:

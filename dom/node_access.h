@@ -30,12 +30,17 @@ inline xercesc::DOMElementImpl* AsElement(xercesc::DOMNode* node) {
              : nullptr;
 }
 
-// The namespace of an element that AsElement() knows, null or empty for none.
+// What an element that AsElement() knows says of its namespace: null for none.
 class NamespaceOf : private xercesc::DOMElementNSImpl {
  public:
+  // May be empty for none, too.
   static const char16_t* Get(const xercesc::DOMElementImpl& element) {
     if (&typeid(element) == &typeid(xercesc::DOMElementImpl)) return nullptr;
     return static_cast<const xercesc::DOMElementNSImpl&>(element).*(&NamespaceOf::fNamespaceURI);
+  }
+  static const char16_t* LocalName(const xercesc::DOMElementImpl& element) {
+    if (&typeid(element) == &typeid(xercesc::DOMElementImpl)) return nullptr;
+    return static_cast<const xercesc::DOMElementNSImpl&>(element).*(&NamespaceOf::fLocalName);
   }
 };
 
