@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The limits of a transform, beside those of what is parsed. Exceeding one fails the transform with
+// code 1010. docs/xsl.md lists them for users.
+#ifndef QUENXML2_XSL_LIMITS_H_
+#define QUENXML2_XSL_LIMITS_H_
+
+#include <cstddef>
+
+namespace quen::internal {
+
+// Levels of a tree that is a source or a style sheet, and of elements in a result. The engine takes
+// the text of a subtree recursively: on a stack of 512 KiB it crashes from 10,775 levels on.
+inline constexpr std::size_t kMaxTreeLevels = 4000;
+
+// Templates within templates. The engine keeps them in memory of its own, without bound: a template
+// that calls itself takes gigabytes before it fails.
+inline constexpr std::size_t kMaxTemplateDepth = 20000;
+
+// Numbers from here on have more than 90 digits. Xalan-C 1.12 writes their text over the end of a
+// buffer, and the process is aborted.
+inline constexpr double kNumberLimit = 1e90;
+
+// References to entities in a style sheet and in a document that a style sheet names.
+inline constexpr std::size_t kMaxStyleSheetEntities = 50000;
+
+}  // namespace quen::internal
+
+#endif  // QUENXML2_XSL_LIMITS_H_
