@@ -226,20 +226,19 @@ class DecodingSource : public UnitSource {
 
  private:
   void Fill() {
-    const std::size_t before = pending_.size();
-    pending_.resize(before + kChunk);
     std::size_t count = 0;
     // A short read is no end: the head has to be long enough to tell the encoding.
     while (count < kChunk && !atEnd_) {
-      const std::size_t got = bytes_->Read(pending_.data() + before + count, kChunk - count);
+      const std::size_t got = bytes_->Read(chunk_.get() + count, kChunk - count);
       atEnd_ = got == 0;
       count += got;
     }
-    pending_.resize(before + count);
+    pending_.append(chunk_.get(), count);
   }
 
   std::unique_ptr<ByteReader> bytes_;
   std::unique_ptr<Decoder> decoder_;
+  std::unique_ptr<char[]> chunk_{new char[kChunk]};  // not zeroed: a small text would pay for it
   std::string pending_;
   std::u16string units_;
   bool atEnd_ = false;
