@@ -17,6 +17,11 @@ inline constexpr std::size_t kMaxTreeLevels = 4000;
 // that calls itself takes gigabytes before it fails.
 inline constexpr std::size_t kMaxTemplateDepth = 20000;
 
+// Bytes of stack that a run may have taken when it asks for the value of a variable. The engine
+// evaluates global variables that wait for each other recursively, at 1 to 3 KiB for each: on a
+// stack of 512 KiB it crashed in a chain of 150.
+inline constexpr std::size_t kMaxStackOfVariables = 192 * 1024;
+
 // Numbers from here on have more than 90 digits. Xalan-C 1.12 writes their text over the end of a
 // buffer, and the process is aborted.
 inline constexpr double kNumberLimit = 1e90;

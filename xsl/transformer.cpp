@@ -51,6 +51,8 @@ XalanDOMString EngineText(const wstring& inText) {
   throw xalanc::XSLTProcessorException(Memory(), XalanDOMString(inMessage, Memory()));
 }
 
+std::uintptr_t StackNow() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
+
 class TextSource : public Source {
  public:
   TextSource(TextInput& ioInput, const wstring& inLocation)
@@ -243,6 +245,8 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   // out in the result.
   const xalanc::XObjectPtr getVariable(const xalanc::XalanQName& inName,
                                        const xercesc::Locator* inPlace) override {
+    if (stack_ - StackNow() > kMaxStackOfVariables)
+      ThrowEngineFailure(u"Too many variables wait for the values of each other");
     xalanc::XObjectPtr value = StylesheetExecutionContextDefault::getVariable(inName, inPlace);
     if (value.null() || value->getType() == xalanc::XObject::eTypeUnknown) {
       const wstring message =
@@ -261,6 +265,7 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   void Attach(Environment& inEnvironment, xalanc::DOMSupport& inSupport,
               xalanc::XObjectFactory& inObjects, xalanc::XSLTEngineImpl& inProcessor) {
     environment_ = &inEnvironment;
+    stack_ = StackNow();
     setXPathEnvSupport(&inEnvironment);
     setDOMSupport(&inSupport);
     setXObjectFactory(&inObjects);
@@ -279,6 +284,7 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   xalanc::ICUBridgeCollationCompareFunctor collation_;
   xalanc::ICUFormatNumberFunctor numbers_;
   const Environment* environment_ = nullptr;
+  std::uintptr_t stack_ = 0;  // where the run began; it grows downwards
   std::size_t templates_ = 0;
   std::size_t elements_ = 0;
 };

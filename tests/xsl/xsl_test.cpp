@@ -350,6 +350,17 @@ struct BadRow {
   const char* message;
 };
 
+// Global variables of which each is the next one.
+std::string Chain(int length) {
+  std::string variables = "<xsl:variable name='v0' select='7'/>";
+  for (int i = 1; i < length; ++i) {
+    variables += "<xsl:variable name='v" + std::to_string(i) + "'><xsl:value-of select='$v" +
+                 std::to_string(i - 1) + "'/></xsl:variable>";
+  }
+  return Sheet(variables + "<xsl:template match='/'><r><xsl:value-of select='$v" +
+               std::to_string(length - 1) + "'/></r></xsl:template>");
+}
+
 std::string Digits(std::size_t count) { return std::string(count, '9'); }
 
 TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
@@ -389,6 +400,7 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
        Sheet("<xsl:variable name='x' select='$y'/><xsl:variable name='y' "
              "select='$x'/><xsl:template match='/'><xsl:value-of select='$x'/></xsl:template>"),
        "circular"},
+      {"variables that wait for each other", kSource, Chain(900), "wait for the values"},
       {"terminating message", kSource,
        RootSheet("<xsl:message terminate='yes'>enough <b>is</b></xsl:message>"), "enough is"},
       {"missing document", kSource, RootSheet("<xsl:value-of select=\"document('/none.xml')\"/>"),
@@ -434,6 +446,20 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
     EXPECT_THAT(failure, StartsWith("1010 CQuenXSLImpl2w::Transform() ")) << row.special;
     EXPECT_THAT(failure, HasSubstr(row.message)) << row.special;
   }
+}
+
+TYPED_TEST(XslTest, WhatIsDeepButNotEndlessIsTaken) {
+  EXPECT_EQ(this->Run("<a/>", Chain(50)), "<r>7</r>");
+  const auto counting = [](int levels, const std::string& step) {
+    return Sheet("<xsl:template name='t' match='/'><xsl:param name='n' select='" +
+                 std::to_string(levels) + "'/><xsl:if test='$n &gt; 0'>" + step +
+                 "</xsl:if></xsl:template>");
+  };
+  const std::string next =
+      "<xsl:call-template name='t'><xsl:with-param name='n' select='$n - 1'/></xsl:call-template>";
+  EXPECT_EQ(this->Run("<a/>", counting(15000, next + "<xsl:if test='$n = 1'>end</xsl:if>")), "end");
+  const std::string deep = this->Run("<a/>", counting(3000, "<e>" + next + "</e>"));
+  EXPECT_EQ(deep.size(), 2999 * 7 + 4U);
 }
 
 TYPED_TEST(XslTest, PathsThatFailSayWhyAndLeaveTheResultFileAlone) {
