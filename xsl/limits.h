@@ -9,10 +9,6 @@
 
 namespace quen::internal {
 
-// Levels of a tree that is a source or a style sheet, and of elements in a result. The engine takes
-// the text of a subtree recursively: on a stack of 512 KiB it crashes from 10,775 levels on.
-inline constexpr std::size_t kMaxTreeLevels = 4000;
-
 // Templates within templates. The engine keeps them in memory of its own, without bound: a template
 // that calls itself takes gigabytes before it fails.
 inline constexpr std::size_t kMaxTemplateDepth = 20000;
@@ -22,9 +18,9 @@ inline constexpr std::size_t kMaxTemplateDepth = 20000;
 // stack of 512 KiB it crashed in a chain of 150.
 inline constexpr std::size_t kMaxStackOfVariables = 192 * 1024;
 
-// Numbers from here on have more than 90 digits. Xalan-C 1.12 writes their text over the end of a
-// buffer, and the process is aborted.
-inline constexpr double kNumberLimit = 1e90;
+// Digits of a number that becomes text. Xalan-C 1.12 writes more of them over the end of a buffer,
+// and the process is aborted.
+inline constexpr int kMaxWrittenDigits = 90;
 
 // References to entities in a style sheet and in a document that a style sheet names.
 inline constexpr std::size_t kMaxStyleSheetEntities = 50000;

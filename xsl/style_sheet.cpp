@@ -12,10 +12,10 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "dom/selection_limits.h"
 #include "dom/tree_copy.h"
 #include "foundation/failure.h"
 #include "xsl/access.h"
-#include "xsl/limits.h"
 #include "xsl/problems.h"
 
 namespace quen::internal {
@@ -89,7 +89,7 @@ StyleSheet::Pointer StyleSheet::FromStream(std::istream& ioStream) {
 }
 
 StyleSheet::Pointer StyleSheet::FromTree(const xercesc::DOMDocument& inDocument) {
-  if (IsDeeperThan(&inDocument, kMaxTreeLevels))
+  if (IsDeeperThan(&inDocument, kMaxTreeDepth))
     throw TransformFailure{u"The style sheet is deeper than the limit of this library"};
   if (inDocument.getDocumentElement() == nullptr)
     throw TransformFailure{u"The style sheet is empty"};

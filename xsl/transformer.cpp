@@ -26,6 +26,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "dom/selection_limits.h"
 #include "dom/tree_copy.h"
 #include "foundation/failure.h"
 #include "xsl/access.h"
@@ -164,6 +165,9 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   std::optional<wstring> failure_;
 };
 
+constexpr double kNumberLimit = 1e90;
+static_assert(kMaxWrittenDigits == 90, "the limit is the least number with more digits");
+
 // Refuses the numbers whose text would end the process, where they become values of their own. What
 // arithmetic makes of smaller ones does not pass here.
 class Numbers : public xalanc::XObjectFactoryDefault {
@@ -192,7 +196,7 @@ std::unique_ptr<Source> OpenSource(std::istream& ioStream) {
 }
 
 std::unique_ptr<Source> WrapSource(xercesc::DOMDocument& inDocument) {
-  if (IsDeeperThan(&inDocument, kMaxTreeLevels))
+  if (IsDeeperThan(&inDocument, kMaxTreeDepth))
     throw TransformFailure{u"The tree is deeper than the limit of this library"};
   return std::make_unique<TreeSource>(inDocument);
 }
@@ -224,7 +228,7 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   }
   using StylesheetExecutionContextDefault::cloneToResultTree;
   void startElement(const XMLCh* inName) override {
-    if (++elements_ > kMaxTreeLevels)
+    if (++elements_ > kMaxTreeDepth)
       ThrowEngineFailure(u"The elements of the result nest deeper than the limit of this library");
     StylesheetExecutionContextDefault::startElement(inName);
   }

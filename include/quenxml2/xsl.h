@@ -39,8 +39,7 @@
 //         without end
 //   4     "Can not find the style sheet for the input handle"; "Error compiling style sheet" from a
 //         registration
-//   the DOM's code, "DOM Error: ...": a result that no document can be, a text beside the root for
-//         instance
+//   the DOM's code, "DOM Error: ...": what the DOM refuses outside of the engine
 //   1009 "Unknown Error": anything else, memory for instance
 // A result file, stream or document holds what was written by then. Messages (xsl:message) and
 // warnings are dropped; nothing goes to the standard streams.

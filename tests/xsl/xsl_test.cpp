@@ -65,7 +65,7 @@ class XslTest : public ::testing::Test {
 };
 
 using Widths = ::testing::Types<WideWidth, NarrowWidth>;
-TYPED_TEST_SUITE(XslTest, Widths);
+TYPED_TEST_SUITE(XslTest, Widths, );
 
 const std::string kSource = "<a><b>1</b><b>2</b></a>";
 const std::string kSheet = RootSheet("<sum><xsl:value-of select='sum(a/b)'/></sum>");
