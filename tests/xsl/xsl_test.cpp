@@ -568,6 +568,12 @@ TYPED_TEST(XslTest, NothingIsToldToTheStandardErrorStreamOrTakenFromTheEnvironme
                                        "select=\"d:evaluate('a[')\"/>"));
   this->FailureOfRun("<a/>", RootSheet("<xsl:value-of select=\"document('none')\"/>"));
   this->FailureOfRun("<a/>", RootSheet("<xsl:message terminate='yes'>m</xsl:message>"));
+  typename TypeParam::Xsl xsl;
+  const std::uintptr_t handle = this->Register(
+      xsl, Sheet("<xsl:param name='p'/><xsl:template match='/'><xsl:value-of select='$p'/>"
+                 "</xsl:template>"));
+  xsl.SetStyleSheetParam(TypeParam::Text("p"), TypeParam::Text("a ["));
+  FailureOf<TypeParam>([&] { this->Run(xsl, kSource, handle); });
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
 }
