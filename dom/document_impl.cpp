@@ -8,6 +8,7 @@
 #include "dom/clauses.h"
 #include "dom/tree_copy.h"
 #include "foundation/failure.h"
+#include "foundation/file_url.h"
 #include "foundation/impl_utils.h"
 #include "foundation/text_input.h"
 
@@ -51,23 +52,6 @@ class UrlReader : public internal::ByteReader {
   std::unique_ptr<xercesc::BinInputStream> stream_;
 };
 
-// The file that a "file:" URL names; its percent signs stand for bytes of UTF-8.
-string PathOfFileUrl(const xercesc::XMLURL& inUrl) {
-  const string encoded = gImplUtils.TransCodeToUTF8(internal::OrEmpty(inUrl.getPath()));
-  string path;
-  for (std::size_t i = 0; i < encoded.size(); ++i) {
-    const auto digit = [&](std::size_t at) {
-      const string digits = "0123456789abcdef0123456789ABCDEF";
-      const std::size_t value = at < encoded.size() ? digits.find(encoded[at]) : string::npos;
-      return value == string::npos ? 99U : static_cast<unsigned>(value % 16);
-    };
-    const bool isEscape = encoded[i] == '%' && digit(i + 1) < 16 && digit(i + 2) < 16;
-    path += isEscape ? static_cast<char>(digit(i + 1) * 16 + digit(i + 2)) : encoded[i];
-    if (isEscape) i += 2;
-  }
-  return path;
-}
-
 // A plain path, relative or not, is a local file; only a well-formed absolute URL goes the URL's
 // way.
 std::unique_ptr<internal::ByteReader> OpenLocation(const wstring& inLocation) {
@@ -75,7 +59,7 @@ std::unique_ptr<internal::ByteReader> OpenLocation(const wstring& inLocation) {
     const xercesc::XMLURL url(inLocation.c_str());
     if (!url.isRelative()) {
       if (url.getProtocol() == xercesc::XMLURL::File)
-        return internal::OpenFile(PathOfFileUrl(url), inLocation);
+        return internal::OpenFile(internal::PathOfFileUrl(url), inLocation);
       return std::make_unique<UrlReader>(url);
     }
   } catch (const xercesc::MalformedURLException&) {

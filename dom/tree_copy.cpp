@@ -294,4 +294,20 @@ void NormalizeTree(DOMDocument* ioDocument) {
   }
 }
 
+void MergeAdjacentTexts(DOMDocument* ioDocument) {
+  std::size_t depth = 0;
+  for (const DOMNode* node = ioDocument; node != nullptr;
+       node = NextInSubtree(node, ioDocument, depth)) {
+    if (node->getNodeType() == DOMNode::ELEMENT_NODE || node == ioDocument)
+      NormalizeChildren(const_cast<DOMNode*>(node), false);
+  }
+}
+
+bool IsDeeperThan(const DOMNode* inTop, std::size_t inLevels) {
+  std::size_t depth = 0;
+  for (const DOMNode* node = inTop; node != nullptr; node = NextInSubtree(node, inTop, depth))
+    if (depth > inLevels) return true;
+  return false;
+}
+
 }  // namespace quen::internal

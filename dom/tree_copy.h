@@ -4,6 +4,8 @@
 #ifndef QUENXML2_DOM_TREE_COPY_H_
 #define QUENXML2_DOM_TREE_COPY_H_
 
+#include <cstddef>
+
 #include <quenxml2/types.h>
 #include <xercesc/dom/DOM.hpp>
 
@@ -31,6 +33,12 @@ void CheckIsChild(const xercesc::DOMNode* inParent, const xercesc::DOMNode* inCh
 // Merges adjacent text nodes in all of the document, and removes text of white space alone below
 // the document element. Does not recurse.
 void NormalizeTree(xercesc::DOMDocument* ioDocument);
+
+// Merges adjacent text nodes alone. Does not recurse, which the engine's own way does.
+void MergeAdjacentTexts(xercesc::DOMDocument* ioDocument);
+
+// Whether a node below `inTop` stands more than `inLevels` levels under it.
+bool IsDeeperThan(const xercesc::DOMNode* inTop, std::size_t inLevels);
 
 }  // namespace quen::internal
 

@@ -145,13 +145,6 @@ class NoPrefixes : public xalanc::PrefixResolver {
   XalanDOMString uri_;
 };
 
-void StartOnce() {
-  // Never destroyed: trees may be used while static objects of other libraries end. The language
-  // runs this once, whichever thread comes first.
-  alignas(xalanc::XPathInit) static unsigned char place[sizeof(xalanc::XPathInit)];
-  [[maybe_unused]] static const auto* const init = new (place) xalanc::XPathInit;
-}
-
 DOMNode& RootOf(DOMNode& node) {
   DOMNode* root = &node;
   while (DOMNode* const parent = ParentOf(*root)) root = parent;
@@ -505,6 +498,14 @@ bool Rewriter::Run(std::u16string& out) {
 
 }  // namespace
 
+void StartXPath() {
+  // Never destroyed: trees may be used while static objects of other libraries end. The language
+  // runs this once, whichever thread comes first. (A pointer that nobody reads is optimised away,
+  // and what it points to counts as lost.)
+  alignas(xalanc::XPathInit) static unsigned char place[sizeof(xalanc::XPathInit)];
+  [[maybe_unused]] static const auto* const init = new (place) xalanc::XPathInit;
+}
+
 const char16_t* RefusalOf(std::u16string_view inExpression) {
   return RefusalScan(inExpression).Run();
 }
@@ -512,7 +513,7 @@ const char16_t* RefusalOf(std::u16string_view inExpression) {
 void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, bool inFirstOnly,
                      std::vector<DOMNode*>& outNodes) {
   if (const char16_t* message = RefusalOf(inExpression)) throw ExpressionRefused{message};
-  StartOnce();
+  StartXPath();
 
   MemoryManager& memory = *xercesc::XMLPlatformUtils::fgMemoryManager;
   const bool isDocument = inContext.getNodeType() == DOMNode::DOCUMENT_NODE;

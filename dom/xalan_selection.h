@@ -29,6 +29,10 @@ struct ExpressionRefused {
 // The reason for which an expression is refused unseen, or null.
 const char16_t* RefusalOf(std::u16string_view inExpression);
 
+// Starts the XPath part of Xalan-C, once in the process. The engine counts its starts in a plain
+// number, so every other start of a part of it comes here first.
+void StartXPath();
+
 // Appends the selected nodes in document order and without duplicates to `outNodes`; at most the
 // first with `inFirstOnly`. Throws NotANodeSet, ExpressionRefused, and xalanc::XSLException for a
 // wrong expression; `outNodes` is then as it was.

@@ -4,12 +4,8 @@
 #include <cxxabi.h>
 
 #include <algorithm>
-#include <array>
-#include <functional>
 #include <mutex>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
@@ -19,7 +15,6 @@
 #include <xercesc/framework/XMLValidator.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/util/XMLEntityResolver.hpp>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
@@ -28,12 +23,11 @@
 #include <xercesc/validators/DTD/DTDAttDef.hpp>
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
-#include <xercesc/validators/common/ContentSpecNode.hpp>
 
 #include "foundation/entity_budget.h"
 #include "foundation/failure.h"
 #include "foundation/impl_utils.h"
-#include "foundation/limits.h"
+#include "foundation/parser_limits.h"
 #include "foundation/tree_links.h"
 
 namespace quen {
@@ -81,12 +75,6 @@ namespace {
 
 using xercesc::XMLResourceIdentifier;
 
-// Ends a parse from inside. No exception of the engine: those it would turn into reports of its
-// own.
-struct Stop {
-  InputFailure failure;
-};
-
 // The locations among "namespace location namespace location ..." (XML Schema 1, 4.3.2), or all
 // words of a list of plain locations.
 void AddLocations(const wstring& inList, bool inPairs, std::vector<wstring>& outLocations) {
@@ -106,34 +94,16 @@ bool IsLocalFile(const wstring& inLocation) {
   return inLocation.compare(0, 5, u"file:") == 0;
 }
 
-// Counts different texts. A hash stands for a text: two that collide count as one, which no limit
-// minds.
-class DistinctCounter {
- public:
-  std::size_t Add(std::u16string_view inText) {
-    const std::size_t hash = std::hash<std::u16string_view>()(inText);
-    std::size_t& recent = recent_[hash % recent_.size()];
-    if (recent != hash) {
-      recent = hash;
-      hashes_.insert(hash);
-    }
-    return hashes_.size();
-  }
-
- private:
-  std::array<std::size_t, 256> recent_{};  // spares the look-up for names that come again and again
-  std::unordered_set<std::size_t> hashes_;
-};
-
-// The parser with the library's limits. What it refuses ends the parse by a Stop.
+// The parser that builds a tree, with the library's limits.
 class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntityResolver {
  public:
   GuardedParser(const ParseSettings& inSettings, const EntityBudget& inEntities,
                 CQuenXMLErrHandlerw& ioHandler)
-      : entities_(inEntities),
+      : limits_(&inEntities),
         isPlain_(inSettings.namespaces && !inSettings.validation),
         countedName_(inSettings.countedName),
         count_(inSettings.count) {
+    limits_.SetPlace(getScanner()->getLocator());
     setErrorHandler(&ioHandler);
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);
@@ -175,42 +145,30 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
       default:
         break;
     }
-    Refuse(u"The external resource '" + location + u"' is not read");
+    limits_.RefuseResource(location);
   }
 
   void doctypeDecl(const xercesc::DTDElementDecl& inRoot, const XMLCh* const inPublicId,
                    const XMLCh* const inSystemId, const bool inHasInternal,
                    const bool inHasExternal) override {
-    // Here and not in resolveEntity: the engine leaks a little for each subset refused there.
-    if (inSystemId != nullptr && *inSystemId != 0)
-      Refuse(u"The external DTD subset '" + wstring(inSystemId) + u"' is not read");
+    limits_.CheckDoctype(inSystemId);
     XercesDOMParser::doctypeDecl(inRoot, inPublicId, inSystemId, inHasInternal, inHasExternal);
   }
 
   void entityDecl(const xercesc::DTDEntityDecl& inEntity, const bool inIsParameter,
                   const bool inIsIgnored) override {
-    if (!inIsIgnored && !inEntity.isExternal() &&
-        !entities_.Knows(inIsParameter, OrEmpty(inEntity.getName()),
-                         std::u16string_view(inEntity.getValue(), inEntity.getValueLen()))) {
-      Refuse(u"The entity '" + OrEmpty(inEntity.getName()) +
-             u"' is declared through a parameter entity");
-    }
+    if (!inIsIgnored) limits_.CheckEntity(inEntity, inIsParameter);
     XercesDOMParser::entityDecl(inEntity, inIsParameter, inIsIgnored);
   }
 
-  // The truth about a content model, however its declaration was put together.
   void elementDecl(const xercesc::DTDElementDecl& inElement, const bool inIsIgnored) override {
-    if (inElement.getModelType() == xercesc::DTDElementDecl::Children)
-      CheckModel(const_cast<xercesc::DTDElementDecl&>(inElement).getContentSpec());
+    limits_.CheckModel(inElement);
     XercesDOMParser::elementDecl(inElement, inIsIgnored);
   }
 
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    const bool hasDefault = inAttribute.getDefaultType() == xercesc::XMLAttDef::Default ||
-                            inAttribute.getDefaultType() == xercesc::XMLAttDef::Fixed;
-    if (hasDefault && ++attributeDefaults_ > kMaxAttributeDefaults)
-      Refuse(u"The DTD has more attribute defaults than the limit of this library");
+    limits_.CheckDefault(inAttribute);
     XercesDOMParser::attDef(inElement, inAttribute, inIsIgnored);
   }
 
@@ -221,10 +179,7 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     if (countedName_ != nullptr &&
         xercesc::XMLString::equals(inDeclaration.getBaseName(), countedName_))
       ++*count_;
-    if (++depth_ > kMaxDepth) Refuse(u"The elements nest deeper than the limit of this library");
-    // The engine numbers element names and namespace names as it meets them.
-    if (inDeclaration.getId() > kMaxDistinctNames || inUri > kMaxDistinctNames) RefuseNames();
-    if (inCount > 0) CheckAttributes(inAttributes, inCount);
+    limits_.StartElement(inDeclaration, inUri, inAttributes, inCount);
     if (!IsPlain() || inDeclaration.hasAttDefs()) {
       // For an empty element this ends it too.
       XercesDOMParser::startElement(inDeclaration, inUri, inPrefix, inAttributes, inCount,
@@ -241,7 +196,7 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
 
   void endElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,
                   const bool inIsRoot, const XMLCh* const inPrefix) override {
-    --depth_;
+    limits_.EndElement();
     if (!IsPlain()) {
       XercesDOMParser::endElement(inDeclaration, inUri, inIsRoot, inPrefix);
       return;
@@ -311,74 +266,12 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     fCurrentNode = inNode;
   }
 
-  void CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
-                       XMLSize_t inCount) {
-    if (inCount > kMaxAttributes)
-      Refuse(u"The element has more attributes than the limit of this library");
-    attributeWork_ += std::uint64_t{inCount} * inCount;
-    attributeCount_ += inCount;
-    if (attributeWork_ > kMaxAttributeWork + kAttributeWorkPerAttribute * attributeCount_)
-      Refuse(u"The elements have more attributes than the limit of this library");
-    for (XMLSize_t i = 0; i < inCount; ++i) {
-      const xercesc::XMLAttr* const attribute = inAttributes.elementAt(i);
-      const std::u16string_view name(attribute->getName());
-      if (attributeNames_.Add(attribute->getQName()) > kMaxDistinctNames) RefuseNames();
-      const bool declaresNamespace =
-          std::u16string_view(attribute->getPrefix()) == u"xmlns" || name == u"xmlns";
-      if (declaresNamespace && namespaces_.Add(attribute->getValue()) > kMaxDistinctNames)
-        RefuseNames();
-      if (attribute->getSpecified()) continue;
-      defaulted_ += std::u16string_view(attribute->getValue()).size() + kReferenceCost;
-      if (defaulted_ > kMaxExpansion)
-        Refuse(u"The attribute defaults expand beyond the limit of this library");
-    }
-  }
-
-  void CheckModel(const xercesc::ContentSpecNode* inModel) {
-    std::unordered_map<std::u16string_view, std::size_t> repeats;
-    std::size_t places = 0;
-    std::vector<const xercesc::ContentSpecNode*> waiting{inModel};
-    while (!waiting.empty()) {
-      const xercesc::ContentSpecNode* const node = waiting.back();
-      waiting.pop_back();
-      if (node == nullptr) continue;
-      if (node->getType() == xercesc::ContentSpecNode::Leaf && node->getElement() != nullptr) {
-        ++places;
-        if (++repeats[node->getElement()->getRawName()] > kMaxModelRepeats) RefuseModel();
-      }
-      waiting.push_back(node->getFirst());
-      waiting.push_back(node->getSecond());
-    }
-    modelWork_ += std::uint64_t{places} * places;
-    if (places > kMaxModelPlaces || modelWork_ > kMaxModelWork) RefuseModel();
-  }
-
-  [[noreturn]] void RefuseNames() const {
-    Refuse(u"The document has more different names than the limit of this library");
-  }
-  [[noreturn]] void RefuseModel() const {
-    Refuse(u"The content model is larger than the limit of this library");
-  }
-  [[noreturn]] void Refuse(wstring inMessage) const {
-    const xercesc::Locator* const place = getScanner()->getLocator();
-    throw Stop{InputFailure{std::move(inMessage), static_cast<std::size_t>(place->getLineNumber()),
-                            static_cast<std::size_t>(place->getColumnNumber())}};
-  }
-
-  const EntityBudget& entities_;
+  ParserLimits limits_;
   const bool isPlain_;
   wstring qualifiedName_;
   const char16_t* const countedName_;
   std::size_t* const count_;
   std::vector<wstring> schemas_;
-  std::uint32_t depth_ = 0;
-  std::size_t defaulted_ = 0;
-  std::size_t attributeDefaults_ = 0;
-  std::uint64_t attributeWork_ = 0;
-  std::uint64_t attributeCount_ = 0;
-  std::uint64_t modelWork_ = 0;
-  DistinctCounter attributeNames_;
-  DistinctCounter namespaces_;
 };
 
 // The engine fills tables of its schema reader on first use, without a lock.
@@ -413,7 +306,7 @@ DocumentPtr ParseDocument(TextInput& ioInput, const ParseSettings& inSettings,
   GuardedParser parser(inSettings, entities, handler);
   try {
     parser.parse(ioInput);
-  } catch (const Stop& stop) {
+  } catch (const ParseStop& stop) {
     handler.Record(stop.failure);
   }
   if (const InputFailure* const failure = ioInput.Failure()) handler.Record(*failure);

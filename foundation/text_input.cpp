@@ -22,7 +22,7 @@
 namespace quen::internal {
 namespace {
 
-constexpr std::size_t kChunk = 32 * 1024;
+constexpr std::size_t kChunk = 16 * 1024;
 
 wstring FromLossyUtf8(const std::string& inBytes) {
   wstring text;
@@ -226,16 +226,16 @@ class DecodingSource : public UnitSource {
 
  private:
   void Fill() {
-    const std::size_t before = pending_.size();
-    pending_.resize(before + kChunk);
+    // Neither zeroed nor on the heap: a small text would pay for it.
+    char chunk[kChunk];
     std::size_t count = 0;
     // A short read is no end: the head has to be long enough to tell the encoding.
     while (count < kChunk && !atEnd_) {
-      const std::size_t got = bytes_->Read(pending_.data() + before + count, kChunk - count);
+      const std::size_t got = bytes_->Read(chunk + count, kChunk - count);
       atEnd_ = got == 0;
       count += got;
     }
-    pending_.resize(before + count);
+    pending_.append(chunk, count);
   }
 
   std::unique_ptr<ByteReader> bytes_;

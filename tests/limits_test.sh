@@ -6,10 +6,10 @@ cd "$1"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 # Name and value of each constant; products are worked out.
-sed -n "s/^inline constexpr [a-z_0-9: ]* \(k[A-Za-z]*\) = \([0-9' *]*\);.*/\1 \2/p" foundation/limits.h dom/selection_limits.h |
+sed -n "s/^inline constexpr [a-z_0-9: ]* \(k[A-Za-z]*\) = \([0-9' *]*\);.*/\1 \2/p" foundation/limits.h dom/selection_limits.h xsl/limits.h |
   tr -d "'" | while read -r name value; do echo "$name $(($value))"; done | sort >"$work/headers"
 [ "$(grep -c '^inline constexpr' foundation/limits.h)" -gt 5 ]
-[ "$(cat foundation/limits.h dom/selection_limits.h | grep -c '^inline constexpr')" = "$(wc -l <"$work/headers")" ]
+[ "$(cat foundation/limits.h dom/selection_limits.h xsl/limits.h | grep -c '^inline constexpr')" = "$(wc -l <"$work/headers")" ]
 # The n-th name of a row goes with the n-th number of its second column.
 awk -F'|' '/`k[A-Z]/ {
   value = $3

@@ -18,6 +18,7 @@ cat > "$work/without" <<'END'
 ^quen::CQuenXML(Element|Document|Data)2::(.*::)?Impl\(
 ^quen::CQuenXMLNode2::Release\(
 ^quen::CQuenXMLMsg2::(Get|Set|GetFormatted)MessageContentsw\(
+^quen::CQuenXSL2::Transform\(quen::CQuenXMLDocument2&, quen::CQuenXMLDocument2&, unsigned long\)
 END
 
 "$1" -DC --defined-only "$2" | sed -E 's/^[0-9a-f]+ [A-Za-z] //; s/\[abi:cxx11\]//' |

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xsl/style_check.h"
+
+#include <gtest/gtest.h>
+
+namespace quen::internal {
+namespace {
+
+TEST(StyleCheckTest, PatternsThatTheEngineCrashesOnAreNoPatterns) {
+  const struct {
+    const char16_t* text;
+    bool isPattern;
+  } kRows[] = {
+      {u"/", true},
+      {u"a", true},
+      {u" a | /  ", true},
+      {u"//a", true},
+      {u"a//b/@c", true},
+      {u"a[b|c]/d['|']", true},
+      {u"id('|x')|key('k', '//')/a", true},
+      {u"//", false},
+      {u"", false},
+      {u"|a", false},
+      {u"a|", false},
+      {u"a||b", false},
+      {u"a//", false},
+      {u"a/", false},
+      {u"b | // ", false},
+  };
+  for (const auto& row : kRows)
+    EXPECT_EQ(IsPattern(row.text), row.isPattern) << wstring(row.text).size();
+}
+
+TEST(StyleCheckTest, NumbersBecomeValuesBeforeTheyBecomeText) {
+  const struct {
+    const char16_t* before;
+    const char16_t* after;
+  } kRows[] = {
+      {u"@a", u"@a"},
+      {u"@a * 2", u"string(@a * 2)"},
+      {u"sum(a)", u"string(sum(a))"},
+      {u"string-length(a)", u"string(string-length(string(a)))"},
+      {u"concat(string-length(a[1]), ')')", u"string(concat(string-length(string(a[1])), ')'))"},
+      {u"string-length( )", u"string(string-length( ))"},
+      {u"1) + (2", u"1) + (2"},
+      {u"a[1 + 1", u"a[1 + 1"},
+      {u"'a + b", u"'a + b"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(WithNumbersAsValues(row.before, true), row.after);
+  EXPECT_EQ(WithNumbersAsValues(u"@a * 2", false), u"@a * 2");
+  EXPECT_EQ(WithNumbersAsValues(u"string-length(@a * 2)", false), u"string-length(string(@a * 2))");
+}
+
+TEST(StyleCheckTest, OnlyWhatStandsInBracesOfATemplateChanges) {
+  const struct {
+    const char16_t* before;
+    const char16_t* after;
+  } kRows[] = {
+      {u"1 + 1", u"1 + 1"},
+      {u"{1 + 1}", u"{string(1 + 1)}"},
+      {u"a{{1 + 1}}{@b}{1+1}z", u"a{{1 + 1}}{@b}{string(1+1)}z"},
+      {u"{'}' + 1}", u"{string('}' + 1)}"},
+      {u"{1 + 1", u"{1 + 1"},
+      {u"{'", u"{'"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(TemplateWithNumbersAsValues(row.before), row.after);
+}
+
+}  // namespace
+}  // namespace quen::internal

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xsl/access.h"
+
+#include <xercesc/util/XMLURL.hpp>
+
+#include "foundation/failure.h"
+#include "foundation/file_url.h"
+#include "foundation/impl_utils.h"
+
+namespace quen::internal {
+namespace {
+
+class StreamReader : public ByteReader {
+ public:
+  explicit StreamReader(std::istream& ioStream) : stream_(ioStream) {}
+  std::size_t Read(char* outBytes, std::size_t inCapacity) override {
+    stream_.read(outBytes, static_cast<std::streamsize>(inCapacity));
+    if (stream_.bad()) throw InputFailure{u"the stream can not be read"};
+    return static_cast<std::size_t>(stream_.gcount());
+  }
+
+ private:
+  std::istream& stream_;
+};
+
+// An absolute URL of a protocol that the engine knows; anything else is a path, as it is for a
+// document that is loaded.
+std::optional<xercesc::XMLURL> AbsoluteUrl(const wstring& inLocation) {
+  try {
+    xercesc::XMLURL url(inLocation.c_str());
+    if (!url.isRelative()) return url;
+  } catch (const xercesc::MalformedURLException&) {
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<string> LocalPath(const wstring& inLocation) {
+  const std::optional<xercesc::XMLURL> url = AbsoluteUrl(inLocation);
+  if (!url.has_value()) return gImplUtils.TransCodeToUTF8(inLocation);
+  const wstring host = OrEmpty(url->getHost());
+  const bool isLocal =
+      url->getProtocol() == xercesc::XMLURL::File && (host.empty() || host == u"localhost");
+  return isLocal ? std::optional<string>(PathOfFileUrl(*url)) : std::nullopt;
+}
+
+wstring LocationOf(const wstring& inPath) {
+  return AbsoluteUrl(inPath).has_value() ? inPath
+                                         : FileUrlOfPath(gImplUtils.TransCodeToUTF8(inPath));
+}
+
+std::unique_ptr<ByteReader> OpenLocal(const wstring& inLocation) {
+  const std::optional<string> path = LocalPath(inLocation);
+  if (!path.has_value())
+    throw InputFailure{u"'" + inLocation + u"' is not a local file and is not read"};
+  return OpenFile(*path, inLocation);
+}
+
+std::unique_ptr<ByteReader> ReadStream(std::istream& ioStream) {
+  return std::make_unique<StreamReader>(ioStream);
+}
+
+wstring ResolveLocation(const wstring& inLocation, const wstring& inBase) {
+  const std::optional<xercesc::XMLURL> base = AbsoluteUrl(inBase);
+  if (!base.has_value() || AbsoluteUrl(inLocation).has_value()) return LocationOf(inLocation);
+  try {
+    return OrEmpty(xercesc::XMLURL(*base, inLocation.c_str()).getURLText());
+  } catch (const xercesc::MalformedURLException&) {
+    return LocationOf(inLocation);
+  }
+}
+
+}  // namespace quen::internal

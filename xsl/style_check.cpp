@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xsl/style_check.h"
+
+#include <algorithm>
+
+#include "dom/selection_limits.h"
+#include "foundation/failure.h"
+#include "xsl/limits.h"
+
+namespace quen::internal {
+namespace {
+
+constexpr std::u16string_view kXslt = u"http://www.w3.org/1999/XSL/Transform";
+
+std::u16string_view Trimmed(std::u16string_view inText) {
+  constexpr std::u16string_view kBlanks = u" \t\r\n";
+  const std::size_t begin = inText.find_first_not_of(kBlanks);
+  if (begin == inText.npos) return {};
+  return inText.substr(begin, inText.find_last_not_of(kBlanks) - begin + 1);
+}
+
+std::u16string_view PrefixOf(std::u16string_view inName) {
+  const std::size_t colon = inName.find(u':');
+  return colon == inName.npos ? std::u16string_view() : inName.substr(0, colon);
+}
+
+bool IsPatternAttribute(std::u16string_view inElement, std::u16string_view inAttribute) {
+  if (inElement == u"template" || inElement == u"key") return inAttribute == u"match";
+  return inElement == u"number" && (inAttribute == u"count" || inAttribute == u"from");
+}
+
+bool IsExpressionAttribute(std::u16string_view inAttribute) {
+  constexpr std::u16string_view kNames[] = {u"select", u"test", u"match", u"use",
+                                            u"count",  u"from", u"value"};
+  return std::find(std::begin(kNames), std::end(kNames), inAttribute) != std::end(kNames);
+}
+
+// Whether the result may be a number that arithmetic has made. Says yes too often.
+bool MayBeNumber(std::u16string_view inExpression) {
+  constexpr std::u16string_view kSigns[] = {u"+",   u"-",      u"*",     u"div",     u"mod",
+                                            u"sum", u"number", u"floor", u"ceiling", u"round"};
+  return std::any_of(std::begin(kSigns), std::end(kSigns), [&](std::u16string_view sign) {
+    return inExpression.find(sign) != inExpression.npos;
+  });
+}
+
+wstring Shown(std::u16string_view inText) {
+  constexpr std::size_t kShownUnits = 80;
+  return wstring(inText.substr(0, kShownUnits)) + (inText.size() > kShownUnits ? u"..." : u"");
+}
+
+}  // namespace
+
+bool IsBearable(std::u16string_view inExpression) {
+  if (inExpression.size() > kMaxExpressionLength) return false;
+  std::size_t nesting = 0;
+  std::size_t operators = 0;
+  for (std::size_t at = 0; at < inExpression.size(); ++at) {
+    switch (inExpression[at]) {
+      case u'(':
+      case u'[':
+        if (++nesting > kMaxExpressionNesting) return false;
+        break;
+      case u')':
+      case u']':
+        if (nesting > 0) --nesting;
+        break;
+      case u'+':
+      case u'*':
+      case u'=':
+      case u'<':
+      case u'>':
+      case u'|':
+      case u'/':
+      case u',':
+        ++operators;
+        break;
+      case u'-':  // in a name, mostly
+        operators += at == 0 || inExpression[at - 1] <= u'-' ? 1 : 0;
+        break;
+      case u' ':  // and, or, div, mod
+        operators += inExpression.size() - at > 4 && (inExpression[at + 1] | 0x20) >= u'a' ? 1 : 0;
+        break;
+      default:
+        break;
+    }
+  }
+  return operators <= kMaxExpressionOperators;
+}
+
+bool IsPattern(std::u16string_view inText) {
+  std::size_t begin = 0;
+  std::size_t nesting = 0;
+  for (std::size_t at = 0; at <= inText.size(); ++at) {
+    const char16_t unit = at < inText.size() ? inText[at] : u'|';
+    if (unit == u'\'' || unit == u'"') {
+      at = inText.find(unit, at + 1);
+      if (at == inText.npos) return true;  // the engine says so
+    } else if (unit == u'(' || unit == u'[') {
+      ++nesting;
+    } else if (unit == u')' || unit == u']') {
+      if (nesting > 0) --nesting;
+    } else if (unit == u'|' && (nesting == 0 || at == inText.size())) {
+      const std::u16string_view alternative = Trimmed(inText.substr(begin, at - begin));
+      if (alternative.empty() || (alternative.back() == u'/' && alternative != u"/")) return false;
+      begin = at + 1;
+    }
+  }
+  return true;
+}
+
+wstring WithNumbersAsValues(std::u16string_view inExpression, bool inAsText) {
+  constexpr std::u16string_view kLength = u"string-length";
+  constexpr std::u16string_view kOpen = u"string(";
+  const bool wraps = inAsText && MayBeNumber(inExpression);
+  if (!wraps && inExpression.find(kLength) == inExpression.npos) return wstring(inExpression);
+  wstring result(wraps ? kOpen : u"");
+  std::vector<char16_t> open;  // what closes each bracket; 0 for that of string-length
+  for (std::size_t at = 0; at < inExpression.size(); ++at) {
+    const char16_t unit = inExpression[at];
+    if (unit == u'\'' || unit == u'"') {
+      const std::size_t end = inExpression.find(unit, at + 1);
+      if (end == inExpression.npos) return wstring(inExpression);
+      result += inExpression.substr(at, end - at);
+      at = end;
+    } else if (unit == u'(' || unit == u'[') {
+      const std::u16string_view before = Trimmed(inExpression.substr(0, at));
+      const std::u16string_view behind = Trimmed(inExpression.substr(at + 1));
+      const bool isLength = unit == u'(' && before.size() >= kLength.size() &&
+                            before.substr(before.size() - kLength.size()) == kLength &&
+                            !behind.empty() && behind[0] != u')';
+      open.push_back(isLength ? u'\0' : unit == u'(' ? u')' : u']');
+      result += unit;
+      if (isLength) result += kOpen;
+      continue;
+    } else if (unit == u')' || unit == u']') {
+      if (open.empty() || (open.back() != unit && (open.back() != 0 || unit != u')')))
+        return wstring(inExpression);
+      if (open.back() == 0) result += u')';
+      open.pop_back();
+    }
+    result += inExpression[at];
+  }
+  if (!open.empty()) return wstring(inExpression);
+  if (wraps) result += u')';
+  return result;
+}
+
+wstring TemplateWithNumbersAsValues(std::u16string_view inTemplate) {
+  wstring result;
+  for (std::size_t at = 0; at < inTemplate.size(); ++at) {
+    const char16_t unit = inTemplate[at];
+    result += unit;
+    if (unit != u'{') continue;
+    if (at + 1 < inTemplate.size() && inTemplate[at + 1] == u'{') {
+      result += inTemplate[++at];
+      continue;
+    }
+    std::size_t end = at + 1;
+    while (end < inTemplate.size() && inTemplate[end] != u'}') {
+      if (inTemplate[end] == u'\'' || inTemplate[end] == u'"')
+        end = std::min(inTemplate.find(inTemplate[end], end + 1), inTemplate.size() - 1);
+      ++end;
+    }
+    if (end >= inTemplate.size()) return wstring(inTemplate);
+    result += WithNumbersAsValues(inTemplate.substr(at + 1, end - at - 1), true);
+    at = end - 1;
+  }
+  return result;
+}
+
+bool StyleCheck::IsXslt(std::u16string_view inPrefix) const {
+  for (auto binding = bindings_.rbegin(); binding != bindings_.rend(); ++binding)
+    if (binding->prefix == inPrefix) return binding->isXslt;
+  return false;
+}
+
+// What makes a literal result element a style sheet (XSLT 1.0, 2.3).
+bool StyleCheck::NamesVersion(const std::vector<StyleAttribute>& inAttributes) const {
+  return std::any_of(inAttributes.begin(), inAttributes.end(), [&](const auto& attribute) {
+    const std::u16string_view prefix = PrefixOf(attribute.name);
+    return !prefix.empty() && IsXslt(prefix) && attribute.name.substr(prefix.size()) == u":version";
+  });
+}
+
+wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute>& ioAttributes) {
+  ++depth_;
+  for (const StyleAttribute& attribute : ioAttributes) {
+    if (attribute.name == u"xmlns")
+      bindings_.push_back({u"", attribute.value == kXslt, depth_});
+    else if (PrefixOf(attribute.name) == u"xmlns")
+      bindings_.push_back({attribute.name.substr(6), attribute.value == kXslt, depth_});
+  }
+  const std::u16string_view prefix = PrefixOf(inName);
+  const bool isXslt = IsXslt(prefix);
+  const std::u16string_view local = prefix.empty() ? inName : inName.substr(prefix.size() + 1);
+  if (depth_ == 1 && !isXslt && !NamesVersion(ioAttributes))
+    return u"'" + Shown(inName) + u"' is no style sheet";
+  for (auto& [name, value] : ioAttributes) {
+    if (isXslt && IsPatternAttribute(local, name) && !IsPattern(value))
+      return u"'" + Shown(value) + u"' is not a pattern";
+    const bool isExpression = isXslt && IsExpressionAttribute(name);
+    const std::size_t begin = isExpression ? 0 : value.find(u'{');
+    if (begin == value.npos) continue;
+    if (!IsBearable(std::u16string_view(value).substr(begin)))
+      return u"The expression '" + Shown(value) + u"' is too long or nested too deeply";
+    value = isExpression ? WithNumbersAsValues(value, name == u"select" && (local == u"value-of" ||
+                                                                            local == u"sort"))
+                         : TemplateWithNumbersAsValues(value);
+  }
+  return {};
+}
+
+void StyleCheck::End() {
+  while (!bindings_.empty() && bindings_.back().depth == depth_) bindings_.pop_back();
+  --depth_;
+}
+
+}  // namespace quen::internal

@@ -1,0 +1,341 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "xsl/transformer.h"
+
+#include <cxxabi.h>
+
+#include <cmath>
+#include <optional>
+
+#include <xalanc/ICUBridge/ICUBridgeCollationCompareFunctor.hpp>
+#include <xalanc/ICUBridge/ICUFormatNumberFunctor.hpp>
+#include <xalanc/XPath/XObjectFactoryDefault.hpp>
+#include <xalanc/XPath/XPath.hpp>
+#include <xalanc/XPath/XPathConstructionContextDefault.hpp>
+#include <xalanc/XPath/XPathFactoryBlock.hpp>
+#include <xalanc/XPath/XPathProcessorImpl.hpp>
+#include <xalanc/XSLT/StylesheetExecutionContextDefault.hpp>
+#include <xalanc/XSLT/StylesheetRoot.hpp>
+#include <xalanc/XSLT/XSLTEngineImpl.hpp>
+#include <xalanc/XSLT/XSLTProcessorEnvSupportDefault.hpp>
+#include <xalanc/XSLT/XSLTProcessorException.hpp>
+#include <xalanc/XalanSourceTree/XalanSourceTreeDOMSupport.hpp>
+#include <xalanc/XalanSourceTree/XalanSourceTreeDocument.hpp>
+#include <xalanc/XercesParserLiaison/XercesDOMSupport.hpp>
+#include <xalanc/XercesParserLiaison/XercesDocumentWrapper.hpp>
+#include <xalanc/XercesParserLiaison/XercesParserLiaison.hpp>
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "dom/selection_limits.h"
+#include "dom/tree_copy.h"
+#include "foundation/failure.h"
+#include "xsl/access.h"
+#include "xsl/limits.h"
+#include "xsl/problems.h"
+#include "xsl/style_check.h"
+
+namespace quen::internal {
+namespace {
+
+using xalanc::XalanDOMString;
+using xercesc::MemoryManager;
+
+MemoryManager& Memory() { return *xercesc::XMLPlatformUtils::fgMemoryManager; }
+
+std::u16string_view View(const XalanDOMString& inText) { return {inText.c_str(), inText.length()}; }
+
+XalanDOMString EngineText(const wstring& inText) {
+  return XalanDOMString(inText.data(), Memory(), inText.size());
+}
+
+[[noreturn]] void ThrowEngineFailure(const char16_t* inMessage) {
+  throw xalanc::XSLTProcessorException(Memory(), XalanDOMString(inMessage, Memory()));
+}
+
+std::uintptr_t StackNow() { return reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)); }
+
+class TextSource : public Source {
+ public:
+  TextSource(TextInput& ioInput, const wstring& inLocation)
+      : Source(inLocation), document_(Reader().ParseSource(ioInput)) {
+    support_.setParserLiaison(&Reader());
+  }
+  xalanc::XalanDocument& Document() override { return document_; }
+  xalanc::DOMSupport& Support() override { return support_; }
+
+ private:
+  xalanc::XalanSourceTreeDOMSupport support_;
+  xalanc::XalanSourceTreeDocument& document_;
+};
+
+class TreeSource : public Source {
+ public:
+  explicit TreeSource(xercesc::DOMDocument& inDocument)
+      : wrappers_(Memory()),
+        support_(wrappers_),
+        // Built at once: the engine needs the order of the nodes, and searches for it otherwise.
+        document_(*wrappers_.createDocument(&inDocument, false, true, true)) {}
+  xalanc::XalanDocument& Document() override { return document_; }
+  xalanc::DOMSupport& Support() override { return support_; }
+
+ private:
+  xalanc::XercesParserLiaison wrappers_;
+  xalanc::XercesDOMSupport support_;
+  xalanc::XalanDocument& document_;
+};
+
+template <class Opener>
+std::unique_ptr<Source> OpenText(const wstring& inLocation, Opener&& inOpener) {
+  return Problems().Run([&]() -> std::unique_ptr<Source> {
+    std::optional<TextInput> input;
+    try {
+      input.emplace(inOpener(), inLocation.c_str());
+    } catch (const InputFailure& failure) {
+      ThrowReadFailure(failure, inLocation.c_str());
+    }
+    return std::make_unique<TextSource>(*input, inLocation);
+  });
+}
+
+// The engine's own context prints the fault of an expression to the standard error stream.
+class SilentConstruction : public xalanc::XPathConstructionContextDefault {
+ public:
+  SilentConstruction() : XPathConstructionContextDefault(Memory()) {}
+  void problem(eSource, eClassification inClass, const XalanDOMString& inMessage,
+               const xercesc::Locator*, const xalanc::XalanNode*) override {
+    if (inClass == eError) ThrowEngineFailure(inMessage.c_str());
+  }
+  void problem(eSource, eClassification inClass, const XalanDOMString& inMessage,
+               const xalanc::XalanNode*) override {
+    if (inClass == eError) ThrowEngineFailure(inMessage.c_str());
+  }
+};
+
+// Compiles an expression for its faults alone.
+void CheckExpression(const XalanDOMString& inExpression, const xalanc::PrefixResolver& inPrefixes) {
+  SilentConstruction construction;
+  xalanc::XPathProcessorImpl processor(Memory());
+  xalanc::XPath path(Memory());
+  processor.initXPath(path, construction, inExpression, inPrefixes, nullptr);
+}
+
+// What the engine asks of the world during a run.
+class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
+ public:
+  explicit Environment(const Problems& inProblems)
+      : XSLTProcessorEnvSupportDefault(Memory()), problems_(inProblems) {}
+
+  // For document(). The engine takes any failure for an empty node set; it is kept for the end of
+  // the run, since the engine swallows whatever is thrown here.
+  xalanc::XalanDocument* parseXML(MemoryManager& ioManager, const XalanDOMString& inUrl,
+                                  const XalanDOMString& inBase, xercesc::ErrorHandler*) override {
+    try {
+      return problems_.Run([&] {
+        return XSLTProcessorEnvSupportDefault::parseXML(ioManager, inUrl, inBase, nullptr);
+      });
+    } catch (const TransformFailure& failure) {
+      if (!failure_.has_value()) {
+        failure_ =
+            u"The document '" + wstring(View(inUrl)) + u"' can not be read: " + failure.message;
+      }
+      return nullptr;
+    }
+  }
+
+  // An expression that is made from data at run time is checked as one of a style sheet is.
+  xalanc::XObjectPtr extFunction(xalanc::XPathExecutionContext& ioContext,
+                                 const XalanDOMString& inNamespace, const XalanDOMString& inName,
+                                 xalanc::XalanNode* inNode, const XObjectArgVectorType& inArguments,
+                                 const xercesc::Locator* inPlace) const override {
+    if (View(inName) == u"evaluate" && !inArguments.empty() &&
+        ioContext.getPrefixResolver() != nullptr) {
+      const XalanDOMString& expression = inArguments.front()->str(ioContext);
+      if (!IsBearable(View(expression)))
+        ThrowEngineFailure(u"The expression to evaluate is too long or nested too deeply");
+      CheckExpression(expression, *ioContext.getPrefixResolver());
+    }
+    return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
+                                                       inArguments, inPlace);
+  }
+
+  const std::optional<wstring>& Failure() const { return failure_; }
+
+ private:
+  const Problems& problems_;
+  std::optional<wstring> failure_;
+};
+
+constexpr double kNumberLimit = 1e90;
+static_assert(kMaxWrittenDigits == 90, "the limit is the least number with more digits");
+
+// Refuses the numbers whose text would end the process, where they become values of their own. What
+// arithmetic makes of smaller ones does not pass here.
+class Numbers : public xalanc::XObjectFactoryDefault {
+ public:
+  using XObjectFactoryDefault::createNumber;
+
+  Numbers() : XObjectFactoryDefault(Memory()) {}
+  const xalanc::XObjectPtr createNumber(double inValue) override {
+    if (std::isfinite(inValue) && std::fabs(inValue) >= kNumberLimit)
+      ThrowEngineFailure(u"A number has more digits than can be written");
+    return XObjectFactoryDefault::createNumber(inValue);
+  }
+};
+
+}  // namespace
+
+Source::~Source() = default;
+
+std::unique_ptr<Source> OpenSource(const wstring& inPath) {
+  const wstring location = LocationOf(inPath);
+  return OpenText(location, [&] { return OpenLocal(location); });
+}
+
+std::unique_ptr<Source> OpenSource(std::istream& ioStream) {
+  return OpenText(wstring(), [&] { return ReadStream(ioStream); });
+}
+
+std::unique_ptr<Source> WrapSource(xercesc::DOMDocument& inDocument) {
+  if (IsDeeperThan(&inDocument, kMaxTreeDepth))
+    throw TransformFailure{u"The tree is deeper than the limit of this library"};
+  return std::make_unique<TreeSource>(inDocument);
+}
+
+// The state of the engine during a run. Making one is costly, so it is used again.
+class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
+ public:
+  Context()
+      : StylesheetExecutionContextDefault(Memory()),
+        collation_(Memory(), true),
+        numbers_(Memory()) {
+    installCollationCompareFunctor(&collation_);
+    installFormatNumberFunctor(&numbers_);
+  }
+  ~Context() override {
+    uninstallCollationCompareFunctor();
+    uninstallFormatNumberFunctor();
+  }
+
+  void pushContextMarker() override {
+    if (++templates_ > kMaxTemplateDepth)
+      ThrowEngineFailure(u"The templates nest deeper than the limit of this library");
+    if (environment_->Failure().has_value()) throw TransformFailure{*environment_->Failure()};
+    StylesheetExecutionContextDefault::pushContextMarker();
+  }
+  void popContextMarker() override {
+    --templates_;
+    StylesheetExecutionContextDefault::popContextMarker();
+  }
+  using StylesheetExecutionContextDefault::cloneToResultTree;
+  void startElement(const XMLCh* inName) override {
+    if (++elements_ > kMaxTreeDepth)
+      ThrowEngineFailure(u"The elements of the result nest deeper than the limit of this library");
+    StylesheetExecutionContextDefault::startElement(inName);
+  }
+  // xsl:copy begins its element here, and ends it as all others are ended.
+  void cloneToResultTree(const xalanc::XalanNode& inNode, xalanc::XalanNode::NodeType inType,
+                         bool inOverridesStrip, bool inClonesAttributes,
+                         const xercesc::Locator* inPlace) override {
+    if (inType == xalanc::XalanNode::ELEMENT_NODE) ++elements_;
+    StylesheetExecutionContextDefault::cloneToResultTree(inNode, inType, inOverridesStrip,
+                                                         inClonesAttributes, inPlace);
+  }
+  void endElement(const XMLCh* inName) override {
+    if (elements_ > 0) --elements_;
+    StylesheetExecutionContextDefault::endElement(inName);
+  }
+
+  // The engine's own result for an undefined variable is a text that says so, and that would come
+  // out in the result.
+  const xalanc::XObjectPtr getVariable(const xalanc::XalanQName& inName,
+                                       const xercesc::Locator* inPlace) override {
+    if (stack_ - StackNow() > kMaxStackOfVariables)
+      ThrowEngineFailure(u"Too many variables wait for the values of each other");
+    xalanc::XObjectPtr value = StylesheetExecutionContextDefault::getVariable(inName, inPlace);
+    if (value.null() || value->getType() == xalanc::XObject::eTypeUnknown) {
+      const wstring message =
+          u"The variable '" + wstring(View(inName.getLocalPart())) + u"' is not defined.";
+      problem(eXSLTProcessor, eError, EngineText(message), inPlace, getCurrentNode());
+    }
+    return value;
+  }
+
+  void reset() override {
+    templates_ = 0;
+    elements_ = 0;
+    StylesheetExecutionContextDefault::reset();
+  }
+
+  void Attach(Environment& inEnvironment, xalanc::DOMSupport& inSupport,
+              xalanc::XObjectFactory& inObjects, xalanc::XSLTEngineImpl& inProcessor) {
+    environment_ = &inEnvironment;
+    stack_ = StackNow();
+    setXPathEnvSupport(&inEnvironment);
+    setDOMSupport(&inSupport);
+    setXObjectFactory(&inObjects);
+    setXSLTProcessor(&inProcessor);
+  }
+  void Detach() {
+    reset();
+    setXPathEnvSupport(nullptr);
+    setDOMSupport(nullptr);
+    setXObjectFactory(nullptr);
+    setXSLTProcessor(nullptr);
+    environment_ = nullptr;
+  }
+
+ private:
+  xalanc::ICUBridgeCollationCompareFunctor collation_;
+  xalanc::ICUFormatNumberFunctor numbers_;
+  const Environment* environment_ = nullptr;
+  std::uintptr_t stack_ = 0;  // where the run began; it grows downwards
+  std::size_t templates_ = 0;
+  std::size_t elements_ = 0;
+};
+
+Transformer::Transformer() : context_(std::make_unique<Context>()) {}
+Transformer::~Transformer() = default;
+Transformer::Transformer(const Transformer& inOther)
+    : context_(std::make_unique<Context>()), params_(inOther.params_) {}
+
+void Transformer::Run(Source& inSource, const xalanc::XalanCompiledStylesheet& inStyleSheet,
+                      const xalanc::XSLTResultTarget& inTarget) {
+  for (const auto& [name, expression] : params_)
+    if (!IsBearable(expression))
+      throw TransformFailure{u"The parameter '" + name + u"' is too long or nested too deeply"};
+
+  Problems problems;
+  Environment environment(problems);
+  problems.Run([&] {
+    inSource.Reader().setExecutionContext(*context_);
+    const XalanDOMString location = EngineText(inSource.Location());
+    if (!location.empty()) environment.setSourceDocument(location, &inSource.Document());
+
+    Numbers objects;
+    xalanc::XPathFactoryBlock paths(Memory());
+    xalanc::XSLTEngineImpl processor(Memory(), inSource.Reader(), environment, inSource.Support(),
+                                     objects, paths);
+    processor.setProblemListener(&problems.Listener());
+    environment.setProcessor(&processor);
+    for (const auto& [name, expression] : params_) {
+      CheckExpression(EngineText(expression), *inStyleSheet.getStylesheetRoot());
+      processor.setStylesheetParam(EngineText(name), EngineText(expression));
+    }
+
+    struct Detacher {
+      Context& context;
+      ~Detacher() { context.Detach(); }
+    };
+    context_->Attach(environment, inSource.Support(), objects, processor);
+    const Detacher detacher{*context_};
+
+    xalanc::XSLTInputSource input(&inSource.Document(), Memory());
+    input.setSystemId(location.c_str());
+    context_->setStylesheetRoot(inStyleSheet.getStylesheetRoot());
+    xalanc::XSLTResultTarget target(inTarget, Memory());
+    processor.process(input, target, *context_);
+  });
+  if (environment.Failure().has_value()) throw TransformFailure{*environment.Failure()};
+}
+
+}  // namespace quen::internal
