@@ -152,7 +152,7 @@ class QUENXML2_API CQuenXMLNode2w {
   // Copies one that is a pointer to a node and nothing else into the handle. For the library's own
   // classes.
   template <class Impl>
-  void SetImpl(const Impl& inImpl) noexcept;
+  QUENXML2_HIDDEN void SetImpl(const Impl& inImpl) noexcept;
 
  private:
   friend class CQuenXMLNodeImpl2w;
