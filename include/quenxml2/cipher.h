@@ -14,9 +14,8 @@
 //
 // The key is one of two:
 // - A password: any text, also the empty one, which protects nothing. Its 16-bit units count as
-// they
-//   are, so that a composed and a decomposed accent are two passwords. Every operation derives the
-//   cipher key anew by scrypt, which takes over half a second and 128 MiB on purpose.
+//   they are, so that a composed and a decomposed accent are two passwords. Every operation derives
+//   the cipher key anew by scrypt, which takes over half a second and 128 MiB on purpose.
 // - A raw key: u"quen-raw-key:" and 64 hexadecimal digits, for programs that keep 256 random bits
 //   themselves. Deriving from it takes microseconds, so a service can encipher thousands of texts
 //   under one key. A key that begins with quen-raw-key, in upper or lower case, and is not of this
