@@ -32,7 +32,9 @@
 
 namespace quen {
 
-CQuenXMLErrHandlerw::CQuenXMLErrHandlerw() : message_(new char16_t[kMessageUnits + 1]{}) {}
+CQuenXMLErrHandlerw::CQuenXMLErrHandlerw() : message_(new char16_t[kMessageUnits + 1]) {
+  message_[0] = 0;
+}
 CQuenXMLErrHandlerw::~CQuenXMLErrHandlerw() = default;
 
 void CQuenXMLErrHandlerw::warning(const xercesc::SAXParseException&) {}
@@ -97,14 +99,7 @@ bool IsLocalFile(const wstring& inLocation) {
 // The parser that builds a tree, with the library's limits.
 class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntityResolver {
  public:
-  GuardedParser(const ParseSettings& inSettings, const EntityBudget& inEntities,
-                CQuenXMLErrHandlerw& ioHandler)
-      : limits_(&inEntities),
-        isPlain_(inSettings.namespaces && !inSettings.validation),
-        countedName_(inSettings.countedName),
-        count_(inSettings.count) {
-    limits_.SetPlace(getScanner()->getLocator());
-    setErrorHandler(&ioHandler);
+  explicit GuardedParser(const ParseSettings& inSettings) : isPlain_(AreOrdinary(inSettings)) {
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);
     setDoNamespaces(inSettings.namespaces);
@@ -126,6 +121,35 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     }
   }
 
+  static bool AreOrdinary(const ParseSettings& inSettings) {
+    return inSettings.namespaces && !inSettings.validation;
+  }
+
+  // Parses one document. May be called again if that reported nothing and IsSpotless().
+  void Parse(TextInput& ioInput, const ParseSettings& inSettings, const EntityBudget& inEntities,
+             CQuenXMLErrHandlerw& ioHandler) {
+    limits_.emplace(&inEntities);
+    limits_->SetPlace(getScanner()->getLocator());
+    countedName_ = inSettings.countedName;
+    count_ = inSettings.count;
+    setErrorHandler(&ioHandler);
+    try {
+      parse(ioInput);
+    } catch (const ParseStop& stop) {
+      ioHandler.Record(stop.failure);
+    }
+  }
+
+  // The engine's parser keeps to version 1.1 once it has met it.
+  void XMLDecl(const XMLCh* const inVersion, const XMLCh* const inEncoding,
+               const XMLCh* const inStandalone, const XMLCh* const inActualEncoding) override {
+    isVersion10_ = xercesc::XMLString::equals(inVersion, u"1.0");
+    XercesDOMParser::XMLDecl(inVersion, inEncoding, inStandalone, inActualEncoding);
+  }
+
+  // Whether the document that was just parsed can show in the next.
+  bool IsSpotless() const { return isPlain_ && isVersion10_ && fDocumentType == nullptr; }
+
   // What a document names is not read. What a schema of the application includes is, from files.
   xercesc::InputSource* resolveEntity(XMLResourceIdentifier* inResource) override {
     const wstring location = OrEmpty(inResource->getSystemId());
@@ -145,30 +169,30 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
       default:
         break;
     }
-    limits_.RefuseResource(location);
+    limits_->RefuseResource(location);
   }
 
   void doctypeDecl(const xercesc::DTDElementDecl& inRoot, const XMLCh* const inPublicId,
                    const XMLCh* const inSystemId, const bool inHasInternal,
                    const bool inHasExternal) override {
-    limits_.CheckDoctype(inSystemId);
+    limits_->CheckDoctype(inSystemId);
     XercesDOMParser::doctypeDecl(inRoot, inPublicId, inSystemId, inHasInternal, inHasExternal);
   }
 
   void entityDecl(const xercesc::DTDEntityDecl& inEntity, const bool inIsParameter,
                   const bool inIsIgnored) override {
-    if (!inIsIgnored) limits_.CheckEntity(inEntity, inIsParameter);
+    if (!inIsIgnored) limits_->CheckEntity(inEntity, inIsParameter);
     XercesDOMParser::entityDecl(inEntity, inIsParameter, inIsIgnored);
   }
 
   void elementDecl(const xercesc::DTDElementDecl& inElement, const bool inIsIgnored) override {
-    limits_.CheckModel(inElement);
+    limits_->CheckModel(inElement);
     XercesDOMParser::elementDecl(inElement, inIsIgnored);
   }
 
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    limits_.CheckDefault(inAttribute);
+    limits_->CheckDefault(inAttribute);
     XercesDOMParser::attDef(inElement, inAttribute, inIsIgnored);
   }
 
@@ -179,7 +203,7 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     if (countedName_ != nullptr &&
         xercesc::XMLString::equals(inDeclaration.getBaseName(), countedName_))
       ++*count_;
-    limits_.StartElement(inDeclaration, inUri, inAttributes, inCount);
+    limits_->StartElement(inDeclaration, inUri, inAttributes, inCount);
     if (!IsPlain() || inDeclaration.hasAttDefs()) {
       // For an empty element this ends it too.
       XercesDOMParser::startElement(inDeclaration, inUri, inPrefix, inAttributes, inCount,
@@ -196,7 +220,7 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
 
   void endElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,
                   const bool inIsRoot, const XMLCh* const inPrefix) override {
-    limits_.EndElement();
+    limits_->EndElement();
     if (!IsPlain()) {
       XercesDOMParser::endElement(inDeclaration, inUri, inIsRoot, inPrefix);
       return;
@@ -266,13 +290,46 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
     fCurrentNode = inNode;
   }
 
-  ParserLimits limits_;
+  std::optional<ParserLimits> limits_;  // of the document at hand
   const bool isPlain_;
+  bool isVersion10_ = true;
   wstring qualifiedName_;
-  const char16_t* const countedName_;
-  std::size_t* const count_;
+  const char16_t* countedName_ = nullptr;
+  std::size_t* count_ = nullptr;
   std::vector<wstring> schemas_;
 };
+
+// Making a parser and taking it apart costs more than a small message does, so each thread keeps
+// one for the next document. It is kept only behind a document without a failure, and not for long:
+// it remembers names.
+class SpareParser {
+ public:
+  static std::unique_ptr<GuardedParser> Take(const ParseSettings& inSettings) {
+    const bool isThere =
+        GuardedParser::AreOrdinary(inSettings) && !isOver_ && spare_.parser != nullptr;
+    return isThere ? std::move(spare_.parser) : std::make_unique<GuardedParser>(inSettings);
+  }
+
+  // `inUnits` is the length of the document's text; 0 if it is not known.
+  static void GiveBack(std::unique_ptr<GuardedParser> inParser, std::size_t inUnits) {
+    const bool isFit = inParser->IsSpotless() && inUnits > 0 && inUnits <= kLargestText;
+    if (isFit && !isOver_ && ++spare_.uses % kUses != 0) spare_.parser = std::move(inParser);
+  }
+
+ private:
+  static constexpr std::size_t kLargestText = 16 * 1024;  // in code units
+  static constexpr unsigned kUses = 64;
+
+  struct Spare {
+    std::unique_ptr<GuardedParser> parser;
+    unsigned uses = 0;
+    ~Spare() { isOver_ = true; }
+  };
+  static thread_local Spare spare_;
+  static thread_local bool isOver_;  // for what parses while the thread ends
+};
+thread_local SpareParser::Spare SpareParser::spare_;
+thread_local bool SpareParser::isOver_ = false;
 
 // The engine fills tables of its schema reader on first use, without a lock.
 void WarmUpSchemas() {
@@ -303,12 +360,8 @@ DocumentPtr ParseDocument(TextInput& ioInput, const ParseSettings& inSettings,
     ThrowParseError(inContext, FailureAt(ioInput.WholeText(), refusal->offset, refusal->message));
 
   CQuenXMLErrHandlerw handler;
-  GuardedParser parser(inSettings, entities, handler);
-  try {
-    parser.parse(ioInput);
-  } catch (const ParseStop& stop) {
-    handler.Record(stop.failure);
-  }
+  std::unique_ptr<GuardedParser> parser = SpareParser::Take(inSettings);
+  parser->Parse(ioInput, inSettings, entities, handler);
   if (const InputFailure* const failure = ioInput.Failure()) handler.Record(*failure);
   // A failed parse leaves a part of a document behind, which goes with the parser.
   if (handler.HasError() != 0) {
@@ -316,7 +369,9 @@ DocumentPtr ParseDocument(TextInput& ioInput, const ParseSettings& inSettings,
                     InputFailure{handler.GetMessage(), static_cast<std::size_t>(handler.GetLine()),
                                  static_cast<std::size_t>(handler.GetColumn())});
   }
-  return DocumentPtr(parser.adoptDocument());
+  DocumentPtr document(parser->adoptDocument());
+  SpareParser::GiveBack(std::move(parser), ioInput.WholeText().size());
+  return document;
 }
 
 void ThrowParseError(const char16_t* inContext, const InputFailure& inFailure) {

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <thread>
+#include <vector>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -111,6 +113,40 @@ class Report : public xercesc::SAXParseException {
   Report(const char16_t* inMessage, XMLFileLoc inLine, XMLFileLoc inColumn)
       : SAXParseException(inMessage, u"", u"", inLine, inColumn) {}
 };
+
+// A thread parses one document after the other: none shows in the outcome of the next.
+TEST(Parse, NoDocumentLeavesATraceInTheNext) {
+  const std::u16string kTexts[] = {
+      u"<a/>",
+      u"<?xml version='1.1'?><a>&#1;</a>",
+      u"<a>&#1;</a>",
+      u"<?xml version='1.0' encoding='x' standalone='yes'?><a b='1'/>",
+      u"<p:a xmlns:p='u'><p:b p:c='1'/></p:a>",
+      u"<a><p:b/></a>",
+      u"<a p:c='1'/>",
+      u"<a xmlns='v'><b/></a>",
+      u"<!DOCTYPE a [<!ELEMENT a ANY><!ATTLIST a d CDATA 'x'><!ENTITY e 'y'>]><a>&e;</a>",
+      u"<a>&e;</a>",
+      u"<a><b></a>",
+      u"<a b='1' b='2'/>",
+      u"",
+      u"<a><![CDATA[x",
+      Wide(Repeated("<a>", internal::kMaxDepth) + Repeated("</a>", internal::kMaxDepth)),
+      Wide(Repeated("<a>", internal::kMaxDepth + 1)),
+      Wide("<a>" + std::string(40000, 'x') + "</a>"),
+  };
+  std::vector<std::string> alone;
+  for (const std::u16string& text : kTexts)
+    std::thread([&] { alone.push_back(Parsed(text)); }).join();
+  EXPECT_EQ(alone[4], "<p:a xmlns:p=\"u\"><p:b p:c=\"1\"/></p:a>");
+  EXPECT_EQ(alone[5].substr(0, 4), "1009");
+  for (std::size_t first = 0; first < alone.size(); ++first) {
+    for (std::size_t second = 0; second < alone.size(); ++second) {
+      ASSERT_EQ(Parsed(kTexts[first]), alone[first]) << first << " before " << second;
+      ASSERT_EQ(Parsed(kTexts[second]), alone[second]) << second << " after " << first;
+    }
+  }
+}
 
 TEST(ErrorHandler, KeepsTheLastErrorAndNoWarning) {
   CQuenXMLErrHandlerw handler;
