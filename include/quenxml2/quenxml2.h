@@ -13,6 +13,7 @@
 #include <quenxml2/narrow.h>
 #include <quenxml2/types.h>
 #include <quenxml2/utils.h>
+#include <quenxml2/version.h>
 #include <quenxml2/xsl.h>
 
 #endif  // QUENXML2_QUENXML2_H_
