@@ -35,7 +35,7 @@ has "$library" "$lib/libQuenXML2\.so\.2" "$lib/libQuenXML2\.so\.${version}" /usr
 [ "$(grep -vc '/$' "$work/contents")" = 4 ] || fail "libquenxml2-2 has more than the library, copyright and changelog"
 has "$development" /usr/include/quenxml2/quenxml2.h /usr/include/quenxml2/version.h "$lib/libQuenXML2\.so" \
   "$lib/pkgconfig/quenxml2\.pc" "$lib/cmake/QuenXML2/QuenXML2Config\.cmake"
-has "$documentation" /usr/share/doc/libquenxml2-doc/docs/errors.md
+has "$documentation" /usr/share/doc/libquenxml2-doc/html/index.html /usr/share/doc/libquenxml2-doc/docs/errors.md
 depends() { dpkg -f "$1" Depends | tr ',' '\n' | sed 's/^ //; s/ .*//' | sort | tr '\n' ' '; }
 [ "$(depends "$library")" = "libc6 libgcc-s1 libssl3 libstdc++6 libxalan-c112 libxerces-c3.2 " ] ||
   fail "libquenxml2-2 depends on $(depends "$library")"

@@ -35,6 +35,7 @@
 
 namespace quen {
 
+// Enciphers and deciphers texts and files under one key.
 class QUENXML2_API CQuenAESW {
  public:
   // Without a key: every operation but SetKey throws 2001 "No key was set".

@@ -57,27 +57,28 @@ XERCES_CPP_NAMESPACE_END
 
 // One predicate of a creation path: an attribute and its value.
 struct QuenXMLData2_Attr {
-  quen::wstring name;
-  quen::wstring value;
+  quen::wstring name;   // before the '='
+  quen::wstring value;  // behind it, without its quotes
 };
 
 // One segment of a creation path: an element and the attributes that it must have, in the order of
 // the text.
 struct QuenXMLData2_Node {
-  quen::wstring name;
-  std::vector<QuenXMLData2_Attr> attributes;
+  quen::wstring name;                         // of the element
+  std::vector<QuenXMLData2_Attr> attributes;  // one for each predicate
 };
 
 // A whole creation path.
 struct QuenXMLData2_NodePosList {
-  std::int32_t absolute = 0;  // 1 when the path begins with '/'
-  std::vector<QuenXMLData2_Node> nodes;
+  std::int32_t absolute = 0;             // 1 when the path begins with '/'
+  std::vector<QuenXMLData2_Node> nodes;  // from the outermost segment on
 };
 
 namespace quen {
 
 class CQuenXMLDataImpl2w;
 
+// A tree of values by path, in UTF-16. It owns its document; a copy shares nothing with it.
 class QUENXML2_API CQuenXMLData2w {
  public:
   // An empty tree.
@@ -127,6 +128,8 @@ class QUENXML2_API CQuenXMLData2w {
   virtual void SetData(std::uint32_t inValue, const wstring& inPath);
   virtual void SetData(std::int32_t inValue, const wstring& inPath);
   virtual void SetData(const wstring& inValue, const wstring& inPath);
+  // Writes binary data, in the two forms of AddBinaryData, as the value of an element that must
+  // exist. Throws 1013.
   virtual void SetBinaryData(const wstring& inData, const wstring& inPath);
   virtual void SetBinaryData(const unsigned char* inData, std::uint32_t inLength,
                              const wstring& inPath);
@@ -147,6 +150,7 @@ class QUENXML2_API CQuenXMLData2w {
   // The node, of any kind, with all below it as XML text; u"/" is the whole document. `outXML`
   // keeps what it held on an empty tree. Throws 1013, and 1010 for an attribute.
   virtual void GetSubset(wstring& outXML, const wstring& inPath) const;
+  // As GetSubset, with line feeds and two blanks a level.
   virtual void GetFormattedSubset(wstring& outXML, const wstring& inPath) const;
   // Reads the value of an element. Throws 1013; the numeric forms throw 1011 "Data conversion
   // error" where there is no number. With an empty path the value of any kind of node is read.
@@ -170,16 +174,20 @@ class QUENXML2_API CQuenXMLData2w {
   virtual void GetAttr(const wstring& inName, std::uint32_t& outValue, const wstring& inPath) const;
   virtual void GetAttr(const wstring& inName, std::int32_t& outValue, const wstring& inPath) const;
   virtual void GetAttr(const wstring& inName, wstring& outValue, const wstring& inPath) const;
-  // The cursor moves. They raise nothing: 0 means that the cursor stayed where it was. CursorTo
-  // goes to the element that the path selects, never with an empty path; the others step over
-  // everything that is no element. CursorToParent goes up to the document, and once more to
-  // nowhere.
+  // Moves the cursor to the element that the path selects. 0 if it selects none, is wrong or is
+  // empty. No cursor move raises anything: 0 means that the cursor stayed where it was.
   virtual std::int32_t CursorTo(const wstring& inPath);
+  // To the document element. 0 if there is none.
   virtual std::int32_t CursorToRoot();
+  // To the first child element. 0 if there is none.
   virtual std::int32_t CursorToFirstChild();
+  // To the last child element. 0 if there is none.
   virtual std::int32_t CursorToLastChild();
+  // To the next element with the same parent. 0 if there is none.
   virtual std::int32_t CursorToNextSibling();
+  // To the previous element with the same parent. 0 if there is none.
   virtual std::int32_t CursorToPreviousSibling();
+  // To the parent: from the root to the document, and from there to nowhere, which is a move too.
   virtual std::int32_t CursorToParent();
   // Always 0.
   virtual std::int32_t IsCursorInPath(const wstring& inPath) const;
@@ -190,11 +198,13 @@ class QUENXML2_API CQuenXMLData2w {
   virtual wstring GetPath() const;
   // The qualified name of the element at the cursor, "" without a cursor. Throws 8 on another node.
   virtual wstring GetNodeAtCursor() const;
-  // Children of every kind for a path, child elements alone for the cursor. Throws 1013.
+  // Counts children: those of every kind for a path, child elements alone for the cursor. Throws
+  // 1013.
   virtual void GetNumChildren(std::uint32_t& outCount, const wstring& inPath);
-  // Whether there are children of any kind, and whether there are child elements; 0 if the path
-  // selects no element. Throws 1010 for a wrong path.
+  // Whether there are children of any kind; 0 if the path selects no element. Throws 1010 for a
+  // wrong path.
   virtual std::int32_t HasChildren(const wstring& inPath) const;
+  // Whether there are child elements. The rest is as for HasChildren.
   virtual std::int32_t HasChildElement(const wstring& inPath) const;
   // Whether the tree takes itself to have a root. It is a flag that loads and AddRootNode set, and
   // that RemoveData clears when it removes the first child of the document.
@@ -226,20 +236,30 @@ class QUENXML2_API CQuenXMLData2w {
   // std::out_of_range for a predicate with nothing behind its '=', and the DOM's code for what is
   // no name; what was made before stays.
   virtual CQuenXMLData2w& CreateNodes(wstring inPath);
-  // The leaf nodes. Add appends one as the last child of the element, or, for a comment or
-  // processing instruction with an empty path on a tree that never had a root, of the document. Get
-  // and Remove concern the first such child; where there is none, nothing happens. Throw 1013.
+  // Appends a processing instruction as the last child of the element, or, with an empty path on a
+  // tree that never had a root, of the document. Throws 1013.
   virtual void AddProcessingInstruction(const wstring& inTarget, const wstring& inData,
                                         const wstring& inPath);
-  // The first processing instruction goes, whatever its target.
+  // Removes the element's first child of that kind, whatever its target; where there is none,
+  // nothing happens. Throws 1013.
   virtual void RemoveProcessingInstruction(const wstring& inTarget, const wstring& inPath);
+  // Reads the first one; where there is none, both arguments keep what they held. Throws 1013.
   virtual void GetProcessingInstruction(wstring& outTarget, wstring& outData,
                                         const wstring& inPath) const;
+  // Appends a comment as the last child of the element, or, with an empty path on a tree that never
+  // had a root, of the document. Throws 1013.
   virtual void AddComment(const wstring& inText, const wstring& inPath);
+  // Removes the element's first comment; where there is none, nothing happens. Throws 1013.
   virtual void RemoveComment(const wstring& inPath);
+  // Reads the element's first comment; where there is none, `outText` keeps what it held. Throws
+  // 1013.
   virtual void GetComment(wstring& outText, const wstring& inPath);
+  // Appends a CDATA section as the last child of the element. Throws 1013.
   virtual void AddCDATA(const wstring& inText, const wstring& inPath);
+  // Reads the element's first CDATA section; where there is none, `outText` keeps what it held.
+  // Throws 1013.
   virtual void GetCDATA(wstring& outText, const wstring& inPath);
+  // Removes the element's first CDATA section; where there is none, nothing happens. Throws 1013.
   virtual void RemoveCDATA(const wstring& inPath);
   // As AddChildNode, in a namespace.
   virtual void AddChildNodeNS(const wstring& inName, const wstring& inNamespaceURI,
@@ -252,26 +272,32 @@ class QUENXML2_API CQuenXMLData2w {
   // An independent document: the tree written as text and parsed again. Throws 1009 on an empty
   // tree.
   virtual CQuenXMLDocument2w GetDocument() const;
-  // The enciphered forms; docs/cipher.md describes them. A key is used and not kept. A failure of
-  // the cipher arrives as CQuenXMLException2w with the cipher's context, code and message.
+  // AppendSubset of the text that was enciphered. The enciphered forms are described in
+  // docs/cipher.md. A key is used and not kept. A failure of the cipher arrives as
+  // CQuenXMLException2w with the cipher's context, code and message.
   virtual void AppendEncryptedSubset(const string& inEnciphered, const wstring& inKey,
                                      const wstring& inPath);
-  // `outEnciphered` becomes empty first, and stays so on an empty tree.
+  // Enciphers the text of GetSubset. `outEnciphered` becomes empty first, and stays so on an empty
+  // tree. Throws as GetSubset and as the cipher do.
   virtual void GetEncryptedSubset(string& outEnciphered, const wstring& inKey,
                                   const wstring& inPath);
-  // The whole document. The file name is UTF-8.
+  // Writes the whole document, with its declaration, enciphered. The file name is UTF-8. Throws
+  // 2012 if the file exists and `inOverwrite` is 0, and as the cipher does.
   virtual void WriteToEncryptedFile(const string& inFile, std::int32_t inOverwrite,
                                     const wstring& inKey);
+  // Replaces the tree by the deciphered file. Throws as the cipher does, and 1009 for what does not
+  // parse; the tree is unchanged then.
   virtual void ReadFromEncryptedFile(const wstring& inFile, const wstring& inKey);
-  // AppendSubset of UTF-8 text at the cursor; and the whole document as UTF-8 text, without a
-  // declaration, "" for an empty tree.
+  // AppendSubset of UTF-8 text at the cursor.
   virtual void AppendUTF8Subset(const string& inXML);
+  // The whole document as UTF-8 text, without a declaration; "" for an empty tree.
   virtual void GetUTF8Subset(string& outXML) const;
   // A second handle on the node at the cursor; it does not follow later moves. Throws 1007.
   virtual CQuenXMLNode2w GetCursor();
   // Any node of the tree's document is taken, the document itself too. Throws 1007 for a null
   // handle, 4 for a node of another document, and 1013 on a tree that never had a root.
   virtual void SetCursor(const CQuenXMLNode2w& inNode);
+  // As WriteToFile: there is no text mode on this platform.
   virtual void WriteToFileBinary(const wstring& inFile, std::int32_t inOverwrite) const;
 
  private:
@@ -286,7 +312,9 @@ class QUENXML2_API CQuenXMLData2w {
 // and GetDocument gives the document itself.
 class QUENXML2_API CQuenXMLDataImpl2w {
  public:
+  // An empty tree.
   CQuenXMLDataImpl2w();
+  // A tree parsed from the text. Empty text gives an empty tree. Throws 1009.
   explicit CQuenXMLDataImpl2w(const wstring& inXML);
   CQuenXMLDataImpl2w(const CQuenXMLDataImpl2w& inOther);
 
@@ -396,6 +424,7 @@ class QUENXML2_API CQuenXMLDataImpl2w {
   // whole rest of the path in one call. 0 if there is no such segment.
   virtual std::int32_t RecursePath(CQuenXMLElement2w* ioElement,
                                    const QuenXMLData2_NodePosList& inList, std::int32_t inIndex);
+  // Reads the name and the predicates of one segment into `outNode`, which comes empty.
   virtual void HandleAttributes(QuenXMLData2_Node* outNode, wstring inSegment);
   // The text in the brackets of GetPath: the attribute _quenxmlidx of an element.
   virtual const wstring GetIndexValue(const xercesc::DOMNode* inNode) const;

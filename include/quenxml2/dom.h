@@ -85,35 +85,46 @@ class QUENXML2_API CQuenXMLNode2w {
   // An element: its first text child, "" if it has none; CDATA sections and later text do not
   // count. Any other node: its own value, "" where its kind has none.
   virtual wstring GetValue() const;
+  // The kind of the node.
   virtual NodeType GetNodeType() const;
   // "" where there is none, and for nodes that were made without a namespace.
   virtual wstring GetNamespaceURI() const;
+  // The prefix of the name. "" where there is none, and for nodes that were made without a
+  // namespace.
   virtual wstring GetPrefix() const;
   // Children of every kind count.
   virtual bool HasChildNodes() const;
+  // Whether it is an element with attributes.
   virtual bool HasAttributes() const;
-  // These five give a null handle where there is no such node; nodes of every kind count.
+  // A null handle for the document, an attribute, and a node that is not in a tree.
   virtual CQuenXMLNode2w GetParent() const;
+  // The node behind this one, of any kind. A null handle if there is none.
   virtual CQuenXMLNode2w GetNextSibling() const;
+  // The node before this one, of any kind. A null handle if there is none.
   virtual CQuenXMLNode2w GetPreviousSibling() const;
+  // The first child, of any kind. A null handle if there is none.
   virtual CQuenXMLNode2w GetFirstChild() const;
+  // The last child, of any kind. A null handle if there is none.
   virtual CQuenXMLNode2w GetLastChild() const;
   // A deep copy of the document that the node belongs to, with default settings: changes to it do
   // not reach this node's tree. On a document handle, which belongs to no other document: throws
   // 1000.
   virtual CQuenXMLDocument2w GetOwnerDocument() const;
-  // The node and all below it as XML text, without a declaration; the formatted form with line
-  // feeds and two blanks a level. Throws 1010 "Invalid DOM Node Type" for an attribute and for a
-  // document that has a document type declaration.
+  // The node and all below it as XML text, without a declaration. Throws 1010 "Invalid DOM Node
+  // Type" for an attribute and for a document that has a document type declaration.
   virtual wstring GetSubset() const;
+  // As GetSubset, with line feeds and two blanks a level.
   virtual wstring GetFormattedSubset() const;
   // An element: replaces its first text child, or appends one. Any other node: sets its own value.
   virtual void SetValue(const wstring& inValue);
+  // Changes the prefix of the name. Throws the DOM's code where the node has no namespace, or
+  // cannot have that prefix.
   virtual void SetPrefix(const wstring& inPrefix);
   // A node of another document is copied deep, and the copy goes in; a node of this document moves.
   // The result is a handle on the node as it stands in this tree. A null `inNew` does nothing and
   // gives a null handle; a null `inRef` means the end.
   virtual CQuenXMLNode2w InsertBefore(const CQuenXMLNode2w& inNew, const CQuenXMLNode2w& inRef);
+  // As InsertBefore, at the end.
   virtual CQuenXMLNode2w AppendChild(const CQuenXMLNode2w& inNew);
   // As InsertBefore; the result is the old node, which is out of the tree and stays usable.
   virtual CQuenXMLNode2w ReplaceChild(const CQuenXMLNode2w& inNew, const CQuenXMLNode2w& inOld);
@@ -138,9 +149,11 @@ class QUENXML2_API CQuenXMLNode2w {
 
   // Whether both are handles on one node, whatever the classes of the handles.
   bool operator==(const CQuenXMLNode2w& inOther) const;
+  // Whether the two are not handles on one node.
   bool operator!=(const CQuenXMLNode2w& inOther) const;
   // Whether this is a null handle. The argument is not looked at.
   bool operator==(const QuenXMLDOMNode2w_NullPtr* inNull) const;
+  // Whether this is a handle on a node. The argument is not looked at.
   bool operator!=(const QuenXMLDOMNode2w_NullPtr* inNull) const;
 
  protected:
@@ -204,7 +217,9 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
   virtual element_iterator insert(element_iterator inPosition, const CQuenXMLElement2w& inElement,
                                   bool inDeep);
   virtual element_iterator insert(element_iterator inPosition, const wstring& inName);
+  // An iterator on the first child element; end() if there is none.
   virtual element_iterator begin();
+  // The iterator behind the last child element.
   virtual element_iterator end();
   // The first child element of that qualified name, else end().
   virtual element_iterator find(const wstring& inName);
@@ -216,9 +231,13 @@ class QUENXML2_API CQuenXMLElement2w : public CQuenXMLNode2w {
   virtual element_iterator erase(element_iterator inFirst, element_iterator inLast);
   // Removes the element at `inPosition`; the result stands on the next one. Throws 1.
   virtual element_iterator erase(element_iterator inPosition);
+  // An iterator on the first attribute; attr_end() if there is none.
   virtual attr_iterator attr_begin();
+  // The iterator behind the last attribute.
   virtual attr_iterator attr_end();
+  // The attribute of that qualified name, else attr_end().
   virtual attr_iterator attr_find(const wstring& inName);
+  // Whether there is no attribute.
   virtual bool attr_empty() const;
   // As erase. The result lists the attributes as they were before, erased ones included, and stands
   // on the one behind the range.
@@ -257,25 +276,34 @@ class QUENXML2_API CQuenXMLElement2w::element_iterator {
   using pointer = CQuenXMLElement2w*;
   using reference = CQuenXMLElement2w&;
 
+  // An iterator over nothing, as the comment on the class tells.
   element_iterator();
   element_iterator(const element_iterator& inOther);
 
   virtual ~element_iterator();
+  // Moves on by `inCount`, at most to the end.
   virtual element_iterator& operator+=(std::uint32_t inCount);
   // Moves on by `inCount`, exactly as +=. It does not index from the start.
   virtual element_iterator& operator[](std::uint32_t inCount);
+  // Moves back by `inCount`, at most to before the first element.
   virtual element_iterator& operator-=(std::uint32_t inCount);
+  // Moves on by one; the result is the former position.
   virtual element_iterator operator++(int);
+  // Moves on by one.
   virtual element_iterator& operator++();
+  // Moves back by one; the result is the former position.
   virtual element_iterator operator--(int);
+  // Moves back by one.
   virtual element_iterator& operator--();
   // The same element walked, the same index and the same count.
   virtual bool operator==(const element_iterator& inOther) const;
+  // The opposite of ==.
   virtual bool operator!=(const element_iterator& inOther) const;
   virtual element_iterator& operator=(const element_iterator& inOther);
   // The reference lives as long as the iterator and shows the position of the latest dereference;
   // to keep an element, copy the handle. Throws 1 at the end and before the first element.
   virtual CQuenXMLElement2w& operator*();
+  // As *, as a pointer.
   virtual CQuenXMLElement2w* operator->();
 
  private:
@@ -298,22 +326,32 @@ class QUENXML2_API CQuenXMLElement2w::attr_iterator {
   using pointer = CQuenXMLAttr2w*;
   using reference = CQuenXMLAttr2w&;
 
+  // An iterator over nothing, as for element_iterator.
   attr_iterator();
   attr_iterator(const attr_iterator& inOther);
 
   virtual ~attr_iterator();
+  // Moves on by `inCount`, at most to the end.
   virtual attr_iterator& operator+=(std::uint32_t inCount);
+  // Moves on by `inCount`, exactly as +=. It does not index from the start.
   virtual attr_iterator& operator[](std::uint32_t inCount);
+  // Moves back by `inCount`, at most to before the first attribute.
   virtual attr_iterator& operator-=(std::uint32_t inCount);
+  // Moves on by one; the result is the former position.
   virtual attr_iterator operator++(int);
+  // Moves on by one.
   virtual attr_iterator& operator++();
+  // Moves back by one; the result is the former position.
   virtual attr_iterator operator--(int);
+  // Moves back by one.
   virtual attr_iterator& operator--();
   // The reference lives as long as the entry in this iterator's snapshot.
   virtual CQuenXMLAttr2w& operator*();
+  // As *, as a pointer.
   virtual CQuenXMLAttr2w* operator->();
   // The same element and the same index; the snapshots are not compared.
   virtual bool operator==(const attr_iterator& inOther) const;
+  // The opposite of ==.
   virtual bool operator!=(const attr_iterator& inOther) const;
   virtual attr_iterator& operator=(const attr_iterator& inOther);
 
@@ -349,6 +387,7 @@ class QUENXML2_API CQuenXMLAttr2w : public CQuenXMLNode2w {
 // A handle on a CDATA section.
 class QUENXML2_API CQuenXMLCDATA2w : public CQuenXMLNode2w {
  public:
+  // A null handle.
   CQuenXMLCDATA2w();
   CQuenXMLCDATA2w(const CQuenXMLCDATA2w& inOther);
   // A null handle if `inNode` is no CDATA section; throws 8 if `inNode` is null itself.
@@ -415,11 +454,15 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
   ~CQuenXMLDocument2w() override;
   CQuenXMLDocument2w& operator=(const CQuenXMLDocument2w& inOther);
 
-  // The factories. The new node belongs to this document and is not in its tree yet. They throw the
-  // DOM's code, or 1009 "Unknown Error". Texts are not checked for what XML cannot carry.
+  // Makes an element, which belongs to this document and is not in its tree yet. This and the other
+  // factories throw the DOM's code, or 1009 "Unknown Error".
   virtual CQuenXMLElement2w CreateElement(const wstring& inName);
+  // Makes a comment, as CreateElement. The text is not checked for what XML cannot carry.
   virtual CQuenXMLComment2w CreateComment(const wstring& inText);
+  // Makes a CDATA section, as CreateElement. The text is not checked for what XML cannot carry.
   virtual CQuenXMLCDATA2w CreateCDATA(const wstring& inText);
+  // Makes a processing instruction, as CreateElement. The data are not checked for what XML cannot
+  // carry.
   virtual CQuenXMLPI2w CreatePI(const wstring& inTarget, const wstring& inData);
 
   // Replaces the tree by the parsed file: a path, or an absolute URL. Throws 1009 if it cannot be
@@ -429,9 +472,10 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
   // The same from text. An encoding that the text declares is not heeded; one U+FEFF may stand in
   // front.
   virtual void LoadXML(const wstring& inXML);
-  // "namespace location namespace location ..." and a location for elements without a namespace.
-  // They have no effect but when validating.
+  // Where the schemas are: "namespace location namespace location ...". No effect but when
+  // validating.
   virtual void SetExternalSchemaLocation(const wstring& inLocations);
+  // Where the schema for elements without a namespace is. No effect but when validating.
   virtual void SetExternalNoNamespaceSchemaLocation(const wstring& inLocation);
   // Checks a copy of the document against its schemas, whatever the settings for parsing say.
   // Throws 1009 if it is not valid, which includes a document that no schema describes.
@@ -442,28 +486,39 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
   virtual void WriteToFile(const string& inPath, std::int32_t inOverwrite) const;
   // Merges adjacent text nodes, and removes text that is only white space from all elements.
   virtual void Normalize();
-  // For parsing: any value but 0 means yes. Validation forces namespaces on. Defaults: 0 and 1.
+  // Whether loading validates: any value but 0 means yes, which forces namespaces on. A new
+  // document has 0.
   virtual void SetDoValidationOnParse(std::int32_t inFlag);
+  // What was set last.
   virtual std::int32_t GetDoValidationOnParse() const;
+  // Whether loading looks at namespaces: any value but 0 means yes. A new document has 1.
   virtual void SetDoNamespaceOnParse(std::int32_t inFlag);
+  // What was set last.
   virtual std::int32_t GetDoNamespaceOnParse() const;
   // A null handle on an empty document.
   virtual CQuenXMLElement2w GetDocumentElement() const;
   // Replaces the document element; a null handle removes it. A foreign element is copied deep.
   virtual void SetDocumentElement(const CQuenXMLElement2w& inElement);
+  // As CreateElement, in a namespace.
   virtual CQuenXMLElement2w CreateElementNS(const wstring& inName, const wstring& inNamespaceURI);
 
-  // The enciphered forms; docs/cipher.md describes them. A key is used and not kept. A failure of
-  // the cipher arrives with the cipher's code and message.
+  // Writes the document, with its declaration, enciphered. The enciphered forms are described in
+  // docs/cipher.md. A key is used and not kept. A failure of the cipher arrives with the cipher's
+  // code and message. The path is UTF-8.
   virtual void WriteToEncryptedFile(const string& inPath, std::int32_t inOverwrite,
                                     const wstring& inKey) const;
+  // LoadXML of the text that was enciphered. Throws as LoadXML and as the cipher do.
   virtual void LoadXMLEncrypted(const string& inData, const wstring& inKey);
+  // LoadXML of the text of an enciphered file. Throws as LoadXML and as the cipher do.
   virtual void LoadEncrypted(const wstring& inPath, const wstring& inKey);
+  // The text of GetSubset, enciphered; "" for an empty document.
   virtual string GetEncryptedSubset(const wstring& inKey);
+  // AppendSubset of the text that was enciphered. Throws as AppendSubset and as the cipher do.
   virtual void AppendEncryptedSubset(const string& inData, const wstring& inKey);
 
-  // The document as UTF-8, without a declaration; and UTF-8 text grafted as AppendSubset does it.
+  // The document as UTF-8, without a declaration.
   virtual string GetUTF8Subset() const;
+  // AppendSubset of UTF-8 text.
   virtual void AppendUTF8Subset(const string& inData);
   // As WriteToFile: there is no text mode on this platform.
   virtual void WriteToFileBinary(const string& inPath, std::int32_t inOverwrite) const;

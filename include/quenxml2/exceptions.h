@@ -42,12 +42,19 @@ class QUENXML2_API CQuenExceptionw : public std::exception {
   CQuenExceptionw& operator=(const CQuenExceptionw& inOther);
   ~CQuenExceptionw() override;
 
+  // The message as it was at construction, in UTF-8. It lives as long as the exception.
   const char* what() const noexcept override;
+  // The code; docs/errors.md lists them.
   virtual std::uint32_t GetErrorCode() const;
+  // The operation that failed, a fixed text.
   virtual wstring GetErrorContext() const;
+  // What went wrong, for a person to read.
   virtual wstring GetErrorMessage() const;
+  // Replaces the code alone.
   virtual void SetErrorCode(std::uint32_t inCode);
+  // Replaces the context alone.
   virtual void SetErrorContext(const wstring& inContext);
+  // Replaces the message alone. what() stays as it is.
   virtual void SetErrorMessage(const wstring& inMessage);
   // The fields as three lines for a person to read: "Error Context: ", "Error Code: " and
   // "Error Message: ", each followed by its field and a line feed.
@@ -94,6 +101,7 @@ class QUENXML2_API CQuenException : public std::exception {
 // What wide classes throw.
 class QUENXML2_API CQuenXMLException2w : public CQuenExceptionw {
  public:
+  // As the base class; the detail ends at its zero unit, too.
   explicit CQuenXMLException2w(const char16_t* inContext = u"", std::uint32_t inCode = 0,
                                const char16_t* inMessage = u"", const char16_t* inDetail = u"");
   CQuenXMLException2w(const CQuenXMLException2w& inOther);
@@ -101,7 +109,9 @@ class QUENXML2_API CQuenXMLException2w : public CQuenExceptionw {
   ~CQuenXMLException2w() override;
 
   using CQuenExceptionw::SetError;
+  // Replaces the detail alone.
   virtual void SetErrorDetail(const wstring& inDetail);
+  // What goes beyond the message; empty but for faults read out of a message.
   virtual wstring GetErrorDetail() const;
   // Appends to the context, with no separator, and replaces code, message and detail.
   virtual void SetError(const wstring& inContext, std::uint32_t inCode, const wstring& inMessage,
@@ -115,6 +125,7 @@ class QUENXML2_API CQuenXMLException2w : public CQuenExceptionw {
 // an empty detail.
 class QUENXML2_API CQuenXMLException2 : public CQuenException {
  public:
+  // As the base class.
   explicit CQuenXMLException2(const char* inContext = "", std::uint32_t inCode = 0,
                               const char* inMessage = "", const char* inDetail = "");
   CQuenXMLException2(const CQuenXMLException2& inOther);
@@ -135,6 +146,7 @@ class QUENXML2_API CQuenXMLException2 : public CQuenException {
 // context, code and message; only a program that uses the cipher itself meets this class.
 class QUENXML2_API CQuenCryptoExceptionw : public std::exception {
  public:
+  // The texts end at their zero unit; a null pointer counts as the empty text.
   explicit CQuenCryptoExceptionw(const char16_t* inContext = u"", std::uint32_t inCode = 0,
                                  const char16_t* inMessage = u"");
   CQuenCryptoExceptionw(const CQuenCryptoExceptionw& inOther);

@@ -70,6 +70,7 @@ namespace quen {
 
 class CQuenXMLMsgImpl2;
 
+// An XML message in UTF-16: an envelope with addresses, headers, a body and a fault.
 class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
  public:
   // An empty message: an envelope with an empty body.
@@ -83,20 +84,28 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   CQuenXMLMsg2w& operator=(const CQuenXMLMsg2w& inOther);
   ~CQuenXMLMsg2w() override;
 
+  // Of the document, as for all that follows: where the message comes from. "" if it does not tell.
   wstring GetSourceAddress() const override;
+  // Where it goes to.
   wstring GetDestinationAddress() const override;
+  // Where an answer is to go to.
   wstring GetReplyAddress() const override;
   // The whole message as text, without a declaration; in UTF-8 here. Throws 1010 for contents that
   // have a document type declaration.
   string GetMessageContents() const override;
   // A text of the application, in the element MessageType. It is not the kind.
   wstring GetMessageType() const override;
+  // These write the document and the base state.
   void SetSourceAddress(const wstring& inAddress) override;
+  // As SetSourceAddress, for where it goes to.
   void SetDestinationAddress(const wstring& inAddress) override;
+  // As SetSourceAddress, for where an answer is to go to.
   void SetReplyAddress(const wstring& inAddress) override;
   // As SetMessageContentsw, from UTF-8.
   void SetMessageContents(const string& inXML) override;
+  // As SetSourceAddress, for the element MessageType.
   void SetMessageType(const wstring& inType) override;
+  // As GetMessageContents, as wide text.
   wstring GetMessageContentsw() const override;
   // A document whose root has the name SOAP-ENV:Envelope becomes the message as it is, whatever it
   // holds. Any other becomes the body element of a new envelope; what stands outside of its root is
@@ -149,13 +158,19 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   virtual bool HasHeader() const;
   // Whether there is a body element. A fault is none.
   virtual bool HasBody() const;
+  // Whether there is a fault.
   virtual bool HasError() const;
+  // A text of the application, in the element TransportType.
   virtual wstring GetTransportType() const;
-  // The elements UserName and HostName, which no operation writes but SetCustomHeader.
+  // The element UserName, which no operation writes but SetCustomHeader.
   virtual wstring GetUserNameA() const;
+  // The element HostName, which no operation writes but SetCustomHeader.
   virtual wstring GetHostName() const;
+  // A text of the application, in the element TransactionID.
   virtual wstring GetTransactionID() const;
+  // Sets it, and the attribute TRANSPORT_TYPE of the base state.
   virtual void SetTransportType(const wstring& inType);
+  // Sets it.
   virtual void SetTransactionID(const wstring& inId);
   // Replaces the whole body, fault included, by a new one at the end of the envelope that holds a
   // copy of the root. Where there is no body element, the copy goes to the end of the body that is
@@ -163,23 +178,29 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   // document and 1009 for an empty tree; nothing has changed then.
   virtual void SetBody(const CQuenXMLDocument2w& inBody);
   virtual void SetBody(const CQuenXMLData2w& inBody);
-  // The text of GetMessageContentsw as docs/cipher.md tells. A key is used and not kept. A failure
-  // arrives with the context, code and message of the cipher. Setting throws what
-  // SetMessageContents from a tree throws, and does nothing for an empty cipher text.
+  // The text of GetMessageContentsw, enciphered as docs/cipher.md tells. A key is used and not
+  // kept. A failure arrives with the context, code and message of the cipher.
   virtual string GetEncryptedMessageContents(const wstring& inKey);
+  // Replaces the contents by those that were enciphered. Nothing happens for an empty cipher text.
+  // Throws as the cipher does, and as SetMessageContents from a tree.
   virtual void SetEncryptedMessageContents(const string& inCipherText, const wstring& inKey);
   // Makes `outReply` an answer: a copy of this message, with body, headers and fault, that goes to
   // this message's reply address, comes from its destination, wants replies there, and has kind 2.
   // An address that is absent becomes an empty element. A message may be its own reply.
   virtual void ConstructReplyMessage(CQuenXMLMsg2w& outReply) const;
   using CQuenMessagew::ConstructReplyMessage;
-  // The kind: 1 a command, 2 a reply, 3 an event, 0 none of these. Any other number sets 0.
+  // Sets the kind: 1 a command, 2 a reply, 3 an event, 0 none of these. Any other number sets 0.
   virtual void SetXMLMessageType(std::uint32_t inType);
+  // The kind; 0 if the message does not tell.
   virtual std::uint32_t GetXMLMessageType() const;
+  // Sets the id, a text of the application.
   virtual void SetMessageId(const wstring& inId);
+  // The id; "" if the message has none.
   virtual wstring GetMessageId() const;
-  // With line feeds and two blanks a level, which a reader takes for text.
+  // The whole message with line feeds and two blanks a level, which a reader takes for text; in
+  // UTF-8 here.
   virtual string GetFormattedMessageContents() const;
+  // As GetFormattedMessageContents, as wide text.
   virtual wstring GetFormattedMessageContentsw() const;
 
   // The body element itself; the top of this file tells how long the handle lives. Throws as

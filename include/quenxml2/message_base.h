@@ -46,17 +46,27 @@ class QUENXML2_API CQuenMessage {
   // Whether addresses, contents, type, attributes and priority are all equal.
   virtual bool operator==(const CQuenMessage& inOther) const;
 
+  // Where the message comes from.
   virtual string GetSourceAddress() const;
+  // Where it goes to.
   virtual string GetDestinationAddress() const;
+  // Where an answer is to go to; empty means the source address.
   virtual string GetReplyAddress() const;
+  // The contents, byte by byte as they were set.
   virtual string GetMessageContents() const;
+  // A text of the application.
   virtual string GetMessageType() const;
   // Empty if there is no such attribute. Names are compared unit by unit.
   virtual string GetMessageAttribute(const string& inName) const;
+  // Replaces the address that the message comes from.
   virtual void SetSourceAddress(const string& inAddress);
+  // Replaces the address that it goes to.
   virtual void SetDestinationAddress(const string& inAddress);
+  // Replaces the address that an answer is to go to.
   virtual void SetReplyAddress(const string& inAddress);
+  // Replaces the contents.
   virtual void SetMessageContents(const string& inContents);
+  // Replaces the type.
   virtual void SetMessageType(const string& inType);
   // An attribute of a group: short for SetMessageAttribute(inGroup + ":" + inName, inValue), and
   // read under that name. An empty group gives the name alone.
@@ -66,7 +76,9 @@ class QUENXML2_API CQuenMessage {
   virtual void SetMessageAttribute(const string& inName, const string& inValue);
   // What the number says is for the applications to agree; a new message has 0.
   virtual void SetMessagePriority(const std::uint32_t& inPriority);
+  // The number that was set last.
   virtual std::uint32_t GetMessagePriority() const;
+  // Whether there is an attribute of that name, also one with an empty value.
   virtual bool HasMessageAttribute(const string& inName) const;
 
  private:
@@ -110,6 +122,7 @@ class QUENXML2_API CQuenMessagew {
   virtual void SetMessagePriority(const std::uint32_t& inPriority);
   virtual std::uint32_t GetMessagePriority() const;
   virtual bool HasMessageAttribute(const wstring& inName) const;
+  // The contents as wide text.
   virtual wstring GetMessageContentsw() const;
   // Throws a CQuenExceptionw with code 2102 "Contents are not well-formed UTF-16", since the UTF-8
   // form cannot carry a lone surrogate; the message is as it was then.

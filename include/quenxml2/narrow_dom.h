@@ -31,6 +31,7 @@ class CQuenXMLDocument2;
 // As CQuenXMLNode2w.
 class QUENXML2_API CQuenXMLNode2 {
  public:
+  // The node type codes of the W3C DOM.
   enum NodeType : std::int16_t {
     ElementNode = CQuenXMLNode2w::ElementNode,
     AttributeNode = CQuenXMLNode2w::AttributeNode,
@@ -93,6 +94,7 @@ class QUENXML2_API CQuenXMLNode2 {
     friend class CQuenXMLNode2;
     Key() {}
   };
+  // A handle with `inNode` as its twin; without a key no one can call it.
   CQuenXMLNode2(Key, const CQuenXMLNode2w& inNode);
 
  protected:
@@ -233,6 +235,7 @@ class QUENXML2_API CQuenXMLElement2::attr_iterator {
 class QUENXML2_API CQuenXMLAttr2 : public CQuenXMLNode2 {
  public:
   CQuenXMLAttr2(const CQuenXMLAttr2& inOther);
+  // A handle on the node of a wide handle.
   explicit CQuenXMLAttr2(const CQuenXMLAttr2w& inAttr);
   CQuenXMLAttr2(const CQuenXMLNode2& inNode);
   ~CQuenXMLAttr2() override;
@@ -249,6 +252,7 @@ class QUENXML2_API CQuenXMLCDATA2 : public CQuenXMLNode2 {
  public:
   CQuenXMLCDATA2();
   CQuenXMLCDATA2(const CQuenXMLCDATA2& inOther);
+  // A handle on the node of a wide handle.
   explicit CQuenXMLCDATA2(const CQuenXMLCDATA2w& inSection);
   CQuenXMLCDATA2(const CQuenXMLNode2& inNode);
   ~CQuenXMLCDATA2() override;
@@ -264,6 +268,7 @@ class QUENXML2_API CQuenXMLCDATA2 : public CQuenXMLNode2 {
 class QUENXML2_API CQuenXMLComment2 : public CQuenXMLNode2 {
  public:
   CQuenXMLComment2(const CQuenXMLComment2& inOther);
+  // A handle on the node of a wide handle.
   explicit CQuenXMLComment2(const CQuenXMLComment2w& inComment);
   CQuenXMLComment2(const CQuenXMLNode2& inNode);
   ~CQuenXMLComment2() override;
@@ -282,6 +287,7 @@ class QUENXML2_API CQuenXMLComment2 : public CQuenXMLNode2 {
 class QUENXML2_API CQuenXMLPI2 : public CQuenXMLNode2 {
  public:
   CQuenXMLPI2(const CQuenXMLPI2& inOther);
+  // A handle on the node of a wide handle.
   explicit CQuenXMLPI2(const CQuenXMLPI2w& inInstruction);
   CQuenXMLPI2(const CQuenXMLNode2& inNode);
   ~CQuenXMLPI2() override;

@@ -12,7 +12,9 @@
 
 namespace quen {
 
+// Wide text: UTF-16 in 16-bit code units.
 using wstring = std::u16string;
+// Narrow text: UTF-8 in bytes.
 using string = std::string;
 
 }  // namespace quen

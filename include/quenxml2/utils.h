@@ -14,6 +14,7 @@
 
 namespace quen {
 
+// Questions about wide names.
 class QUENXML2_API CQuenXMLUtils2w {
  public:
   // 1 if the text up to its first zero unit is a Name of XML 1.0, else 0. Colons may stand anywhere
@@ -21,6 +22,7 @@ class QUENXML2_API CQuenXMLUtils2w {
   static std::int32_t IsValidElementName(const wstring& inName);
 };
 
+// Questions about names in UTF-8.
 class QUENXML2_API CQuenXMLUtils2 {
  public:
   // The same for UTF-8. Text that is not well-formed raises a CQuenXMLException2w.

@@ -67,6 +67,7 @@ class CQuenXMLDocument2;
 class CQuenXMLNode2;
 class CQuenXSLImpl2w;
 
+// Transforms, with parameters and compiled style sheets, in UTF-16.
 class QUENXML2_API CQuenXSL2w {
  public:
   // The first object of the process starts the engine. Throws 1010 or 1009 if that fails; the next
@@ -77,6 +78,8 @@ class QUENXML2_API CQuenXSL2w {
   CQuenXSL2w& operator=(const CQuenXSL2w& inOther);
   virtual ~CQuenXSL2w();
 
+  // Transforms the source by the style sheet into the result. The top of this file tells of forms,
+  // of what else changes, and of failures.
   void Transform(CQuenXMLData2w& inSource, CQuenXMLData2w& inStyleSheet, CQuenXMLData2w& outResult);
   void Transform(CQuenXMLDocument2w& inSource, CQuenXMLDocument2w& inStyleSheet,
                  CQuenXMLDocument2w& outResult);
@@ -91,6 +94,7 @@ class QUENXML2_API CQuenXSL2w {
                  std::basic_ostream<char>& outResult);
   void Transform(const CQuenXMLNode2w& inSource, std::basic_ostream<char>& outResult);
 
+  // By a compiled style sheet. Throws 4 for an unknown handle.
   void Transform(const wstring& inSource, const wstring& inResult, std::uintptr_t inStyleSheet);
   void Transform(const CQuenXMLData2w& inSource, CQuenXMLData2w& outResult,
                  std::uintptr_t inStyleSheet);
