@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# packages.sh [BUILD_DIR]: tries the Debian packages that cmake/make-packages has made. Looks at what is in them and what
-# they need; installs them, as root into the system and else into a folder; builds and runs the consumer project
+# packages.sh [BUILD_DIR]: tries the Debian packages that cmake/make-packages has made. Looks at what is in them and
+# what they need; installs them, as root into the system and else into a folder; builds and runs the consumer project
 # against them; and removes them again without a trace.
 set -eu
 source=$(cd "$(dirname "$0")/.." && pwd)
