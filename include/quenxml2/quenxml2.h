@@ -5,6 +5,7 @@
 #define QUENXML2_QUENXML2_H_
 
 #include <quenxml2/cipher.h>
+#include <quenxml2/convenience.h>
 #include <quenxml2/data.h>
 #include <quenxml2/dom.h>
 #include <quenxml2/exceptions.h>
