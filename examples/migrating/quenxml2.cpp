@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // Ten jobs with QuenXML2, as docs/migrating.md shows them.
+#include <quenxml2/convenience.h>
 #include <quenxml2/narrow.h>
 
 #include <cstdint>
@@ -26,9 +27,7 @@ std::string ReadValue(const std::string& text) {
 
 int ReadNumberOr(const std::string& text, int fallback) {
   quen::CQuenXMLData2 order(text);
-  std::int32_t discount = fallback;
-  if (order.PathExists("/order/discount")) order.GetData(discount, "/order/discount");
-  return discount;
+  return quen::GetOr(order, "/order/discount", fallback);
 }
 
 int ReadAttribute(const std::string& text) {
