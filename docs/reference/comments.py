@@ -4,8 +4,8 @@
 
 - The comment at the top is that of the file.
 - A comment over several declarations of one name is that of each of them.
-- A narrow class takes the comments that it lacks from its wide twin, in its own names, and shows its
-  own behind them; a wide one of the base messages takes them from the narrow one, which is the first there.
+- A narrow class takes the comments that it lacks from its wide twin, in its own names; a wide one of the
+  base messages takes them from the narrow one, which is the first there.
 - What is protected is for the library's own classes, and left out.
 - A copy constructor, a copy assignment and a destructor need no comment.
 """
@@ -138,16 +138,14 @@ def main():
             out.append("/** @endcond */")
             hidden = False
         if name:
-            twins = lent.get(key_of(scope, name, code), [])
-            if path.name in WIDE_HEADERS and comment and comment != twins:
-                comment = twins + ["//"] + comment
-            comment = comment or twins
+            own = comment
+            comment = comment or lent.get(key_of(scope, name, code), [])
             copies = is_copy(scope, name, code)
             if not copies:
                 comment = comment or (last[2] if last[:2] == (scope, name) else [])
             if not copies and name != short:
                 comment = comment or lent.get((canonical(scope), narrowed(name)), [])
-            if narrowed(scope) == scope:
+            if comment is not own and narrowed(scope) == scope:
                 comment = [narrowed(line) for line in comment]
             if short and name == "~" + short:
                 comment = ["// Destroys the object."]

@@ -41,8 +41,10 @@ class QUENXML2_API CQuenXMLData2 {
   virtual void AddData(std::uint32_t inValue, const string& inPath);
   virtual void AddData(std::int32_t inValue, const string& inPath);
   virtual void AddData(const string& inValue, const string& inPath);
-  // The string forms store the bytes of `inData` up to its first zero byte, and hold it to be text:
-  // it must be well-formed UTF-8. Bytes of any other kind go through the buffer forms.
+  // Adds a child element with bytes as its value, at a path of AddData: 0x, then two hexadecimal
+  // digits for each byte. The string forms store the bytes of `inData` up to its first zero byte,
+  // and hold it to be text: it must be well-formed UTF-8. Bytes of any other kind go through the
+  // buffer forms.
   virtual void AddBinaryData(const string& inData, const string& inPath);
   virtual void AddBinaryData(const unsigned char* inData, std::uint32_t inLength,
                              const string& inPath);
@@ -94,8 +96,11 @@ class QUENXML2_API CQuenXMLData2 {
   virtual std::int32_t HasChildren(const string& inPath) const;
   virtual std::int32_t HasChildElement(const string& inPath) const;
   virtual std::int32_t HasRoot() const;
-  // What these two raise is a CQuenXMLException2w: an argument is not well-formed UTF-8.
+  // Whether the element has the attribute. A path that fails in any way gives 0. An argument that
+  // is not well-formed UTF-8 raises a CQuenXMLException2w.
   virtual std::int32_t HasAttr(const string& inName, const string& inPath);
+  // Whether the path selects an element first. 0 for an empty path and a wrong one. A path that is
+  // not well-formed UTF-8 raises a CQuenXMLException2w.
   virtual std::int32_t PathExists(const string& inPath) const;
   virtual void ReadFromFile(const string& inFile);
   virtual void WriteToFile(const string& inFile, std::int32_t inOverwrite);
@@ -116,7 +121,8 @@ class QUENXML2_API CQuenXMLData2 {
   // Not the caller's; lives until this object is destroyed or assigned. What the wide class can do
   // beyond this one can be done with it.
   virtual CQuenXMLDataImpl2w* GetCQuenXMLData2Impl() const;
-  // The tree's document has the default settings afterwards, whatever those of `inDocument` are.
+  // Replaces the tree by a copy of `inDocument`. HasRoot is 1 afterwards, whatever it held, and the
+  // tree's document has the default settings, whatever those of `inDocument` are. Result: 1.
   virtual std::int32_t SetDocument(const CQuenXMLDocument2& inDocument);
   // An independent copy of the document, without the detour through text: an empty tree gives an
   // empty document, and a document type declaration is no obstacle. Default settings.
@@ -124,7 +130,9 @@ class QUENXML2_API CQuenXMLData2 {
   virtual void AppendEncryptedSubset(const string& inEnciphered, const string& inKey,
                                      const string& inPath);
   virtual void GetEncryptedSubset(string& outEnciphered, const string& inKey, const string& inPath);
-  // The file name is passed on as it is, and UTF-8 all the same.
+  // Writes the whole document, with its declaration, enciphered. The file name is passed on as it
+  // is, and UTF-8 all the same. Throws 2012 if the file exists and `inOverwrite` is 0, and as the
+  // cipher does.
   virtual void WriteToEncryptedFile(const string& inFile, std::int32_t inOverwrite,
                                     const string& inKey);
   virtual void ReadFromEncryptedFile(const string& inFile, const string& inKey);

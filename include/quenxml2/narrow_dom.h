@@ -318,7 +318,8 @@ class QUENXML2_API CQuenXMLDocument2 : public CQuenXMLNode2 {
   virtual CQuenXMLPI2 CreatePI(const string& inTarget, const string& inData);
 
   virtual void Load(const string& inLocation);
-  // The text is UTF-8, whatever encoding it declares.
+  // Replaces the tree by the parsed text, which is UTF-8, whatever encoding it declares. Throws
+  // 1009; the document is unchanged then.
   virtual void LoadXML(const string& inXML);
   virtual void SetExternalSchemaLocation(const string& inLocations);
   virtual void SetExternalNoNamespaceSchemaLocation(const string& inLocation);
@@ -337,7 +338,7 @@ class QUENXML2_API CQuenXMLDocument2 : public CQuenXMLNode2 {
                                     const string& inKey) const;
   virtual void LoadXMLEncrypted(const string& inData, const string& inKey);
   virtual void LoadEncrypted(const string& inPath, const string& inKey);
-  // Throws a CQuenXMLException2w.
+  // The text of GetSubset, enciphered; "" for an empty document. Throws a CQuenXMLException2w.
   virtual string GetEncryptedSubset(const string& inKey);
   virtual void AppendEncryptedSubset(const string& inData, const string& inKey);
 
