@@ -327,6 +327,7 @@ struct TextInput::State {
   // Brings the next run. A run that cannot be taken ends the text: the engine must not be thrown
   // through here, it would lose what it has allocated.
   void Advance() {
+    run = {};
     if (failure.has_value()) return;
     try {
       run = source->Next();
