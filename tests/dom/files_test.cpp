@@ -98,6 +98,13 @@ TEST(Files, EveryEncodingOfTheSameText) {
        "[The bytes are not of the document's encoding] at line: 1, Column: 6"},
       {"half a pair", InUtf16("<a>", false, true) + "\x3d\xd8" + InUtf16("</a>", false, false),
        "[Invalid character (Unicode: 0x003c)] at line: 1, Column: 6"},
+      {"a zero behind the root in UTF-16", InUtf16("<a/>", false, true) + "\0\0"s,
+       "[Invalid character (Unicode: 0x0000)] at line: 1, Column: 6"},
+      {"U+FFFE at the end", "<a/>\xEF\xBF\xBE",
+       "[Invalid character (Unicode: 0xfffe)] at line: 1, Column: 5"},
+      {"half a pair in an instruction",
+       InUtf16("<a/><?p ", true, true) + "\xd8\x3d" + InUtf16("?>", true, false),
+       "[Invalid character (Unicode: 0x003f)] at line: 1, Column: 11"},
       {"no bytes", "", "[invalid document structure] at line: 1, Column: 1"},
       {"a mark alone", "\xEF\xBB\xBF", "[invalid document structure] at line: 1, Column: 1"},
   };
@@ -133,12 +140,14 @@ TEST(Files, PiecesMeetAnywhere) {
 TEST(Files, WhatIsNoRegularFileIsRefusedAndNothingWaits) {
   const TempDir dir;
   ASSERT_EQ(mkfifo((dir / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("pipe", dir / "link");
   const struct {
     const char* what;
     std::string location;
     const char* reason;
   } kRows[] = {
       {"a pipe", dir / "pipe", "Not a regular file"},
+      {"a link to a pipe", dir / "link", "Not a regular file"},
       {"a directory", dir / "", "Not a regular file"},
       {"a device", "/dev/zero", "Not a regular file"},
       {"missing", dir / "none", "No such file or directory"},

@@ -61,9 +61,12 @@ TEST(TextInput, UnitsThatAreNoTextAreRefusedWhereTheyStand) {
       {"in an attribute", u"<a b='\xdc00'/>", "1, Column: 7"},
       {"in a comment", u"<a><!--\xd800--></a>", "1, Column: 9"},
       {"in an instruction, before its end", u"<a><?p \xd83d?></a>", "1, Column: 9"},
+      {"the low half in an instruction", u"<a><?p \xdc00?></a>", "1, Column: 8"},
+      {"in an instruction behind the root", u"<a/><?p \xd83d?>", "1, Column: 10"},
       {"half a pair at the end", u"<a/>\xd83d", "1, Column: 6"},
       {"a pair", u"<a>\U0001F600</a>", "<a>\U0001F600</a>"},
       {"U+FFFE first", u"\uFFFE<a/>", "1, Column: 1"},
+      {"U+FFFE behind the root", u"<a/>\uFFFE", "1, Column: 5"},
       {"U+FFFF in text", u"<a>\r\n\r\n\uFFFF</a>", "3, Column: 1"},
       {"cut off", u"<a><b>", "1, Column: 7"},
       {"empty", u"", "1, Column: 1"},
@@ -106,6 +109,7 @@ TEST(Parse, AFailureHasTheParsersPlaceAndStoresNothing) {
                 [] { CQuenXMLImplUtils2w::BuildDOMNodeFromXMLString(u"<a/>", nullptr); }),
             "");
   EXPECT_EQ(Parsed(u"<?xml version='1.0' encoding='ISO-8859-1'?><a>\u20ac</a>"), "<a>\u20ac</a>");
+  EXPECT_EQ(Parsed(u"<?xml version='1.9'?><a/>").substr(0, 12), "9 DOM Error:");
 }
 
 class Report : public xercesc::SAXParseException {
