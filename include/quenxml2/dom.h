@@ -130,8 +130,9 @@ class QUENXML2_API CQuenXMLNode2w {
   virtual CQuenXMLNode2w ReplaceChild(const CQuenXMLNode2w& inNew, const CQuenXMLNode2w& inOld);
   // The removed node stays usable while its document lives.
   virtual CQuenXMLNode2w RemoveChild(const CQuenXMLNode2w& inOld);
-  // Parses `inXML` and appends a copy of its document element. Throws 1009 if it does not parse,
-  // and has changed nothing then.
+  // Parses `inXML` and appends a copy of its document element. Attributes that only its document
+  // type declaration gives stay behind. Throws 1009 if it does not parse, and has changed nothing
+  // then.
   virtual void AppendSubset(const wstring& inXML);
   // All nodes that the XPath 1.0 expression selects, in document order, with this node as the
   // context. Prefixes are those that the document element declares. Throws 1010 for an expression
