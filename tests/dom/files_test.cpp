@@ -40,6 +40,12 @@ std::string InUtf16(std::string_view inUtf8, bool inBigEndian, bool inMark) {
   return bytes;
 }
 
+std::string Repeated(const std::string& inPiece, int inCount) {
+  std::string text;
+  for (int i = 0; i < inCount; ++i) text += inPiece;
+  return text;
+}
+
 TEST(Files, EveryEncodingOfTheSameText) {
   const TempDir dir;
   const std::string text = "<a>\u00e9\u20ac\U0001F600</a>";
@@ -77,6 +83,14 @@ TEST(Files, EveryEncodingOfTheSameText) {
        "[The encoding 'IBM037' is not supported] at line: 1, Column: 1"},
       {"an invented one", "<?xml version='1.0' encoding='nonsense'?><a/>",
        "[The encoding 'NONSENSE' is not supported] at line: 1, Column: 1"},
+      {"the name of one with a tail of no name",
+       "<?xml version='1.0' encoding='GB18030" + Repeated("\u00e9", 50) + "'?><a/>",
+       "[The encoding 'GB18030" + Repeated("\u00e9", 50) +
+           "' is not supported] at line: 1, Column: 1"},
+      {"with a tail of letters",
+       "<?xml version='1.0' encoding='GB18030" + std::string(50, 'A') + "'?><a/>",
+       "[The encoding 'GB18030" + std::string(50, 'A') +
+           "' is not supported] at line: 1, Column: 1"},
       {"declared as what it is not", "<?xml version='1.0' encoding='UTF-16'?><a/>",
        "[The encoding 'UTF-16' is not supported] at line: 1, Column: 1"},
       {"a bad byte", "<a>\nx\xff</a>",
