@@ -199,6 +199,10 @@ wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute
   for (auto& [name, value] : ioAttributes) {
     if (isXslt && IsPatternAttribute(local, name) && !IsPattern(value))
       return u"'" + Shown(value) + u"' is not a pattern";
+    // ICU 72 writes a name with other characters over the end of a buffer on the stack.
+    if (isXslt && local == u"output" && name == u"encoding" &&
+        std::any_of(value.begin(), value.end(), [](char16_t unit) { return unit >= 0x80; }))
+      return u"'" + Shown(value) + u"' is not an encoding";
     const bool isExpression = isXslt && IsExpressionAttribute(name);
     const std::size_t begin = isExpression ? 0 : value.find(u'{');
     if (begin == value.npos) continue;

@@ -374,6 +374,12 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
       {"wrong expression", kSource, RootSheet("<xsl:value-of select='1 + )'/>"), "1 +"},
       {"wrong function", kSource, RootSheet("<xsl:value-of select='nothing()'/>"), "nothing"},
       {"undeclared prefix", kSource, RootSheet("<xsl:value-of select='p:x'/>"), "p"},
+      {"encoding of no name", kSource,
+       Sheet("<xsl:output encoding='" +
+             std::string("\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9"
+                         "\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9") +
+             "'/>"),
+       "is not an encoding"},
       {"pattern // alone", kSource, Sheet("<xsl:template match='//'/>"), "'//' is not a pattern"},
       {"pattern begins with |", kSource, Sheet("<xsl:template match='|a'/>"), "'|a' is not"},
       {"the same in a key", kSource, Sheet("<xsl:key name='k' use='.' match=' // | a'/>"),
