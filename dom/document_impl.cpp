@@ -31,8 +31,17 @@ constexpr const char16_t* kLoadReport =
 constexpr const char16_t* kLoadText = u"CQuenXMLDocumentImpl2w::LoadXML()";
 constexpr const char16_t* kValidate = u"CQuenXMLDocumentImpl2w::Validate() ";
 
+constexpr const char16_t* kConstruct = u"CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w()";
+
 DOMDocument* NewDocument() {
-  return xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, nullptr, nullptr);
+  return Guarded<NodeClauses>(kConstruct, [] {
+    return xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, nullptr,
+                                                                           nullptr);
+  });
+}
+
+DOMNode* CloneOf(const DOMNode* inDocument) {
+  return Guarded<NodeClauses>(kConstruct, [&] { return internal::CloneDeep(inDocument); });
 }
 
 // What a connection brings.
@@ -72,18 +81,18 @@ std::unique_ptr<internal::ByteReader> OpenLocation(const wstring& inLocation) {
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w() : CQuenXMLNodeImpl2w(NewDocument()) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLDocumentImpl2w& inOther)
-    : CQuenXMLNodeImpl2w(internal::CloneDeep(inOther.node_)),
+    : CQuenXMLNodeImpl2w(CloneOf(inOther.node_)),
       schemaLocation_(inOther.schemaLocation_),
       noNamespaceSchemaLocation_(inOther.noNamespaceSchemaLocation_),
       validates_(inOther.validates_),
       namespaces_(inOther.namespaces_) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const DOMDocument* inDocument)
-    : CQuenXMLNodeImpl2w(internal::CloneDeep(inDocument)) {}
+    : CQuenXMLNodeImpl2w(CloneOf(inDocument)) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLNodeImpl2w& inNode) {
   if (inNode.GetNodeType() == CQuenXMLNode2w::DocumentNode) {
-    node_ = internal::CloneDeep(inNode.GetDOMNode());
+    node_ = CloneOf(inNode.GetDOMNode());
     return;
   }
   internal::DocumentPtr document(NewDocument());

@@ -31,6 +31,10 @@ inline constexpr std::uint64_t kAttributeWorkPerAttribute = 1000;
 // a fifth of one.
 inline constexpr std::size_t kMaxDistinctNames = 50000;
 
+// Different prefixes that a document declares. The engine's table of them has some hundred chains
+// and is searched for every name: 50,000 take five seconds.
+inline constexpr std::size_t kMaxDistinctPrefixes = 10000;
+
 // Code units that entity references and attribute defaults may add to a document: 8 MiB of text.
 // Known before an entity is expanded.
 inline constexpr std::size_t kMaxExpansion = 4 * 1024 * 1024;

@@ -192,7 +192,7 @@ class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntity
 
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    limits_->CheckDefault(inAttribute);
+    limits_->CheckDefault(inElement, inAttribute);
     XercesDOMParser::attDef(inElement, inAttribute, inIsIgnored);
   }
 

@@ -53,11 +53,22 @@ void ParserLimits::CheckModel(const xercesc::DTDElementDecl& inElement) {
   if (places > kMaxModelPlaces || modelWork_ > kMaxModelWork) RefuseModel();
 }
 
-void ParserLimits::CheckDefault(const xercesc::DTDAttDef& inAttribute) {
+namespace {
+std::u16string_view WithoutPrefix(std::u16string_view inName) {
+  return inName.substr(inName.find(u':') + 1);
+}
+}  // namespace
+
+void ParserLimits::CheckDefault(const xercesc::DTDElementDecl& inElement,
+                                const xercesc::DTDAttDef& inAttribute) {
   const bool hasDefault = inAttribute.getDefaultType() == xercesc::XMLAttDef::Default ||
                           inAttribute.getDefaultType() == xercesc::XMLAttDef::Fixed;
-  if (entities_ != nullptr && hasDefault && ++attributeDefaults_ > kMaxAttributeDefaults)
+  if (!hasDefault) return;
+  if (entities_ != nullptr && ++attributeDefaults_ > kMaxAttributeDefaults)
     Refuse(u"The DTD has more attribute defaults than the limit of this library");
+  const char16_t* const value = inAttribute.getValue();
+  defaultsOf_[std::u16string(WithoutPrefix(inElement.getFullName()))] +=
+      std::u16string_view(value != nullptr ? value : u"").size() + kReferenceCost;
 }
 
 void ParserLimits::StartElement(const xercesc::XMLElementDecl& inDeclaration, unsigned int inUri,
@@ -67,6 +78,12 @@ void ParserLimits::StartElement(const xercesc::XMLElementDecl& inDeclaration, un
   // The engine numbers element names and namespace names as it meets them.
   if (inDeclaration.getId() > kMaxDistinctNames || inUri > kMaxDistinctNames) RefuseNames();
   if (inCount > 0) CheckAttributes(inAttributes, inCount);
+  if (defaultsOf_.empty()) return;
+  const auto defaults =
+      defaultsOf_.find(std::u16string(WithoutPrefix(inDeclaration.getFullName())));
+  if (defaults != defaultsOf_.end()) defaulted_ += defaults->second;
+  if (defaulted_ > kMaxExpansion)
+    Refuse(u"The attribute defaults expand beyond the limit of this library");
 }
 
 void ParserLimits::CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
@@ -83,12 +100,10 @@ void ParserLimits::CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>&
     if (attributeNames_.Add(attribute->getQName()) > kMaxDistinctNames) RefuseNames();
     const bool declaresNamespace =
         std::u16string_view(attribute->getPrefix()) == u"xmlns" || name == u"xmlns";
-    if (declaresNamespace && namespaces_.Add(attribute->getValue()) > kMaxDistinctNames)
+    if (declaresNamespace && (namespaces_.Add(attribute->getValue()) > kMaxDistinctNames ||
+                              prefixes_.Add(name) > kMaxDistinctPrefixes)) {
       RefuseNames();
-    if (attribute->getSpecified()) continue;
-    defaulted_ += std::u16string_view(attribute->getValue()).size() + kReferenceCost;
-    if (defaulted_ > kMaxExpansion)
-      Refuse(u"The attribute defaults expand beyond the limit of this library");
+    }
   }
 }
 

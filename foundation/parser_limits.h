@@ -9,7 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 #include <quenxml2/types.h>
@@ -69,30 +71,35 @@ class ParserLimits {
   void CheckEntity(const xercesc::DTDEntityDecl& inEntity, bool inIsParameter) const;
   // The truth about a content model, however its declaration was put together.
   void CheckModel(const xercesc::DTDElementDecl& inElement);
-  void CheckDefault(const xercesc::DTDAttDef& inAttribute);
+  void CheckDefault(const xercesc::DTDElementDecl& inElement,
+                    const xercesc::DTDAttDef& inAttribute);
   void StartElement(const xercesc::XMLElementDecl& inDeclaration, unsigned int inUri,
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes, XMLSize_t inCount);
   void EndElement() { --depth_; }
 
   [[noreturn]] void RefuseResource(const wstring& inLocation) const;
+  [[noreturn]] void Refuse(wstring inMessage) const;
 
  private:
   void CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
                        XMLSize_t inCount);
   [[noreturn]] void RefuseNames() const;
   [[noreturn]] void RefuseModel() const;
-  [[noreturn]] void Refuse(wstring inMessage) const;
 
   const EntityBudget* const entities_;
   const xercesc::Locator* place_ = nullptr;
   std::uint32_t depth_ = 0;
   std::size_t defaulted_ = 0;
   std::size_t attributeDefaults_ = 0;
+  // What the defaults of an element add, by its name without a prefix: the tree takes them from the
+  // DTD also where a schema declares the element, and the parser does not report them then.
+  std::unordered_map<std::u16string, std::size_t> defaultsOf_;
   std::uint64_t attributeWork_ = 0;
   std::uint64_t attributeCount_ = 0;
   std::uint64_t modelWork_ = 0;
   DistinctCounter attributeNames_;
   DistinctCounter namespaces_;
+  DistinctCounter prefixes_;
 };
 
 }  // namespace quen::internal

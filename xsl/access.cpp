@@ -57,6 +57,23 @@ std::unique_ptr<ByteReader> OpenLocal(const wstring& inLocation) {
   return OpenFile(*path, inLocation);
 }
 
+bool StaysBelow(std::u16string_view inName) {
+  return !inName.empty() && inName.front() != u'/' && inName.find(u"..") == inName.npos &&
+         inName.find_first_of(u":\\%") == inName.npos;
+}
+
+void GivenNames::Add(std::u16string_view inText) {
+  constexpr std::size_t kLongestName = 4096;
+  if (inText.size() <= kLongestName) names_.emplace(inText);
+  std::size_t begin = inText.find_first_of(u"'\"");
+  while (begin != inText.npos) {
+    const std::size_t end = inText.find(inText[begin], begin + 1);
+    if (end == inText.npos) return;
+    if (end - begin <= kLongestName) names_.emplace(inText.substr(begin + 1, end - begin - 1));
+    begin = inText.find_first_of(u"'\"", end + 1);
+  }
+}
+
 std::unique_ptr<ByteReader> ReadStream(std::istream& ioStream) {
   return std::make_unique<StreamReader>(ioStream);
 }

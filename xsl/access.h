@@ -8,6 +8,8 @@
 #include <istream>
 #include <memory>
 #include <optional>
+#include <string_view>
+#include <unordered_set>
 
 #include <quenxml2/types.h>
 
@@ -30,6 +32,21 @@ wstring ResolveLocation(const wstring& inLocation, const wstring& inBase);
 
 // The path of the file in UTF-8, nothing for a URL that is no file's.
 std::optional<string> LocalPath(const wstring& inLocation);
+
+// Whether a relative name leads nowhere but into the folder of what it is relative to.
+bool StaysBelow(std::u16string_view inName);
+
+// The texts that stand in a style sheet or a parameter, which are all that document() may take for
+// a name: one that is put together at run time may come from the source.
+class GivenNames {
+ public:
+  // A text as a whole, and what stands in quotes within it.
+  void Add(std::u16string_view inText);
+  bool Has(std::u16string_view inName) const { return names_.count(wstring(inName)) != 0; }
+
+ private:
+  std::unordered_set<wstring> names_;
+};
 
 }  // namespace quen::internal
 

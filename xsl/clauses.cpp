@@ -5,6 +5,7 @@
 
 #include <xalanc/PlatformSupport/XSLException.hpp>
 #include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "foundation/failure.h"
 #include "xsl/transformer.h"
@@ -56,6 +57,8 @@ void CompileClauses::Rethrow(const char16_t* inContext) {
     throw;
   } catch (const TransformFailure&) {
     ThrowXMLException2w(inContext, kNoSuchResource, u"Error compiling style sheet");
+  } catch (const xercesc::OutOfMemoryException&) {
+    ThrowXMLException2w(inContext, kParseFailure, u"Unknown Error");
   }
 }
 

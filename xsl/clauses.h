@@ -26,8 +26,8 @@ struct CopyClauses {
   [[noreturn]] static void Rethrow(const char16_t* inContext);
 };
 
-// Registration of a style sheet: that it can not be compiled is 4 "Error compiling style sheet";
-// all else passes.
+// Registration of a style sheet: that it can not be compiled is 4 "Error compiling style sheet",
+// memory that runs out 1009 "Unknown Error"; all else passes.
 struct CompileClauses {
   [[noreturn]] static void Rethrow(const char16_t* inContext);
 };

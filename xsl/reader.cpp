@@ -12,6 +12,7 @@
 #include <xercesc/sax/AttributeList.hpp>
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
+#include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/SecurityManager.hpp>
@@ -77,7 +78,8 @@ wstring LocationOfResource(const XMLResourceIdentifier& inResource) {
   return ResolveLocation(OrEmpty(inResource.getSystemId()), OrEmpty(inResource.getBaseURI()));
 }
 
-// The engine's own content handler.
+// The engine's own content handler, with text in one piece: it copies all the text before a piece
+// that does not fit, so that a million of them took minutes.
 class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
  public:
   explicit SourceBuilder(xalanc::XalanSourceTreeDocument& outDocument)
@@ -89,8 +91,55 @@ class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
     XalanSourceTreeContentHandler::setDocumentLocator(inLocator);
   }
 
+  void characters(const XMLCh* const inText, const XMLSize_t inLength) override {
+    text_.append(inText, inLength);
+  }
+  void ignorableWhitespace(const XMLCh* const inText, const XMLSize_t inLength) override {
+    PassText();
+    XalanSourceTreeContentHandler::ignorableWhitespace(inText, inLength);
+  }
+  void startElement(const XMLCh* const inUri, const XMLCh* const inLocalName,
+                    const XMLCh* const inName, const xercesc::Attributes& inAttributes) override {
+    PassText();
+    ++depth_;
+    XalanSourceTreeContentHandler::startElement(inUri, inLocalName, inName, inAttributes);
+  }
+  void endElement(const XMLCh* const inUri, const XMLCh* const inLocalName,
+                  const XMLCh* const inName) override {
+    PassText();
+    --depth_;
+    XalanSourceTreeContentHandler::endElement(inUri, inLocalName, inName);
+  }
+  void processingInstruction(const XMLCh* const inTarget, const XMLCh* const inData) override {
+    PassText();
+    CheckOutside();
+    XalanSourceTreeContentHandler::processingInstruction(inTarget, inData);
+  }
+  void comment(const XMLCh* const inText, const XMLSize_t inLength) override {
+    PassText();
+    CheckOutside();
+    XalanSourceTreeContentHandler::comment(inText, inLength);
+  }
+  void endDocument() override {
+    PassText();
+    XalanSourceTreeContentHandler::endDocument();
+  }
+
  private:
+  void PassText() {
+    if (text_.empty()) return;
+    XalanSourceTreeContentHandler::characters(text_.data(), text_.size());
+    text_.clear();
+  }
+  void CheckOutside() {
+    if (depth_ == 0 && limits_ != nullptr && ++outside_ > kMaxNodesOutsideRoot)
+      limits_->Refuse(u"The root has more neighbours than the limit of this library");
+  }
+
   ParserLimits* limits_ = nullptr;
+  wstring text_;
+  std::size_t depth_ = 0;
+  std::size_t outside_ = 0;
 };
 
 // One of the engine's event parsers with the library's limits.
@@ -126,7 +175,7 @@ class LimitedParser : public Parser, public xercesc::XMLEntityResolver {
   }
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    limits_.CheckDefault(inAttribute);
+    limits_.CheckDefault(inElement, inAttribute);
     Parser::attDef(inElement, inAttribute, inIsIgnored);
   }
   void startElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,
@@ -211,12 +260,14 @@ class Attributes : public xercesc::AttributeList {
 // Hands a style sheet on to its reader, one checked element after the other.
 class CheckedStyleSheet : public xercesc::DocumentHandler {
  public:
-  explicit CheckedStyleSheet(xercesc::DocumentHandler& outReader) : reader_(outReader) {}
+  CheckedStyleSheet(xercesc::DocumentHandler& outReader, GivenNames& outNames)
+      : reader_(outReader), names_(outNames) {}
 
   void startElement(const XMLCh* const inName, xercesc::AttributeList& inAttributes) override {
     attributes_.List().clear();
     for (XMLSize_t i = 0; i < inAttributes.getLength(); ++i)
       attributes_.List().push_back({inAttributes.getName(i), inAttributes.getValue(i)});
+    for (const StyleAttribute& attribute : attributes_.List()) names_.Add(attribute.value);
     if (const wstring fault = check_.Start(inName, attributes_.List()); !fault.empty()) {
       InputFailure failure{fault};
       if (locator_ != nullptr) {
@@ -232,6 +283,7 @@ class CheckedStyleSheet : public xercesc::DocumentHandler {
     reader_.endElement(inName);
   }
   void characters(const XMLCh* const inText, const XMLSize_t inLength) override {
+    names_.Add({inText, inLength});
     reader_.characters(inText, inLength);
   }
   void ignorableWhitespace(const XMLCh* const inText, const XMLSize_t inLength) override {
@@ -250,6 +302,7 @@ class CheckedStyleSheet : public xercesc::DocumentHandler {
 
  private:
   xercesc::DocumentHandler& reader_;
+  GivenNames& names_;
   const xercesc::Locator* locator_ = nullptr;
   StyleCheck check_;
   Attributes attributes_;
@@ -320,6 +373,14 @@ void Run(Parser& ioParser, TextInput& ioInput) {
     ThrowReadFailure(*failure, ioInput.getSystemId());
 }
 
+// Refuses a text whose internal subset expands beyond the limit.
+void Examine(TextInput& ioInput, EntityBudget& outEntities) {
+  if (const std::optional<Refusal> refusal = outEntities.Examine(ioInput.WholeText())) {
+    ThrowReadFailure(FailureAt(ioInput.WholeText(), refusal->offset, refusal->message),
+                     ioInput.getSystemId());
+  }
+}
+
 // The text of what the engine asks for: a stream where it was given one, else a local file.
 void Open(std::optional<TextInput>& outInput, const xercesc::InputSource& inSource) {
   const auto* const given = dynamic_cast<const xalanc::XSLTInputSource*>(&inSource);
@@ -351,10 +412,7 @@ Liaison::~Liaison() = default;
 
 xalanc::XalanSourceTreeDocument& Liaison::ParseSource(TextInput& ioInput) {
   EntityBudget entities;
-  if (const std::optional<Refusal> refusal = entities.Examine(ioInput.WholeText())) {
-    ThrowReadFailure(FailureAt(ioInput.WholeText(), refusal->offset, refusal->message),
-                     ioInput.getSystemId());
-  }
+  Examine(ioInput, entities);
   xalanc::XalanSourceTreeDocument& document = *createXalanSourceTreeDocument();
   SourceBuilder builder(document);
   SourceParser parser(&entities, builder);
@@ -366,6 +424,8 @@ xalanc::XalanDocument* Liaison::parseXMLStream(const xercesc::InputSource& inSou
                                                const xalanc::XalanDOMString&) {
   std::optional<TextInput> input;
   Open(input, inSource);
+  EntityBudget entities;  // of what stands in the text itself
+  Examine(*input, entities);
   xalanc::XalanSourceTreeDocument& document = *createXalanSourceTreeDocument();
   SourceBuilder builder(document);
   SourceParser parser(nullptr, builder);
@@ -375,11 +435,14 @@ xalanc::XalanDocument* Liaison::parseXMLStream(const xercesc::InputSource& inSou
 
 void Liaison::parseXMLStream(const xercesc::InputSource& inSource,
                              xercesc::DocumentHandler& outHandler, const xalanc::XalanDOMString&) {
-  CheckedStyleSheet checked(outHandler);
+  names_.Add(OrEmpty(inSource.getSystemId()));  // document('') is the style sheet
+  CheckedStyleSheet checked(outHandler, names_);
   if (const auto* const tree = dynamic_cast<const StyleTreeInput*>(&inSource))
     return WalkStyleSheet(tree->Tree(), checked);
   std::optional<TextInput> input;
   Open(input, inSource);
+  EntityBudget entities;
+  Examine(*input, entities);
   StyleSheetParser parser(checked);
   Run(parser, *input);
 }

@@ -16,6 +16,7 @@
 #include <xercesc/util/XercesDefs.hpp>
 
 #include "foundation/text_input.h"
+#include "xsl/access.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
 class DOMDocument;
@@ -51,6 +52,12 @@ class Liaison : public xalanc::XalanSourceTreeParserLiaison {
   // A style sheet: its tree, its stream, or the local file of its system identifier.
   void parseXMLStream(const xercesc::InputSource& inSource, xercesc::DocumentHandler& outHandler,
                       const xalanc::XalanDOMString& inIdentifier) override;
+
+  // What stands in the style sheets that were read.
+  const GivenNames& Names() const { return names_; }
+
+ private:
+  GivenNames names_;
 };
 
 [[noreturn]] void ThrowReadFailure(const InputFailure& inFailure, const char16_t* inSystemId);

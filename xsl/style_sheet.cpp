@@ -61,7 +61,8 @@ void StyleSheet::Destroyer::operator()(xalanc::XalanCompiledStylesheet* inCompil
   xalanc::XalanDestroy(Memory(), inCompiled);
 }
 
-StyleSheet::StyleSheet(Compiled_ inCompiled) : compiled_(std::move(inCompiled)) {}
+StyleSheet::StyleSheet(Compiled_ inCompiled, const GivenNames& inNames)
+    : compiled_(std::move(inCompiled)), names_(inNames) {}
 
 StyleSheet::Pointer StyleSheet::Compile(const xalanc::XSLTInputSource& inSource) {
   Problems problems;
@@ -75,8 +76,9 @@ StyleSheet::Pointer StyleSheet::Compile(const xalanc::XSLTInputSource& inSource)
     xalanc::XSLTEngineImpl processor(Memory(), reader, environment, support, objects, paths);
     environment.setProcessor(&processor);
     processor.setProblemListener(&problems.Listener());
-    return Pointer(new StyleSheet(
-        Compiled_(xalanc::XalanCompiledStylesheetDefault::create(Memory(), inSource, processor))));
+    Compiled_ compiled(
+        xalanc::XalanCompiledStylesheetDefault::create(Memory(), inSource, processor));
+    return Pointer(new StyleSheet(std::move(compiled), reader.Names()));
   });
 }
 

@@ -12,6 +12,7 @@
 #include <quenxml2/types.h>
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "xsl/access.h"
 #include "xsl/transformer.h"
 
 namespace quen::internal {
@@ -31,6 +32,7 @@ class StyleSheet {
   // The address of the engine's object.
   std::uintptr_t Handle() const { return reinterpret_cast<std::uintptr_t>(compiled_.get()); }
   const xalanc::XalanCompiledStylesheet& Compiled() const { return *compiled_; }
+  const GivenNames& Names() const { return names_; }
 
  private:
   struct Destroyer {
@@ -38,10 +40,11 @@ class StyleSheet {
   };
   using Compiled_ = std::unique_ptr<xalanc::XalanCompiledStylesheet, Destroyer>;
 
-  explicit StyleSheet(Compiled_ inCompiled);
+  StyleSheet(Compiled_ inCompiled, const GivenNames& inNames);
   static Pointer Compile(const xalanc::XSLTInputSource& inSource);
 
   Compiled_ compiled_;
+  GivenNames names_;
 };
 
 }  // namespace quen::internal

@@ -53,7 +53,7 @@ StyleSheet::Pointer NormalizedStyleSheet(const CQuenXMLDocument2w& inDocument) {
 void CQuenXSLImpl2w::RunInto(internal::Source& inSource, const StyleSheet& inStyleSheet,
                              std::ostream& outResult) {
   transformer_->Run(
-      inSource, inStyleSheet.Compiled(),
+      inSource, inStyleSheet,
       xalanc::XSLTResultTarget(outResult, *xercesc::XMLPlatformUtils::fgMemoryManager));
   outResult.flush();
   if (!outResult) throw TransformFailure{u"The result can not be written"};
@@ -79,7 +79,7 @@ void CQuenXSLImpl2w::RunInto(internal::Source& inSource, const StyleSheet& inSty
   xercesc::DOMDocument& tree = TreeOf(outResult);
   xercesc::MemoryManager& memory = *xercesc::XMLPlatformUtils::fgMemoryManager;
   xalanc::FormatterToXercesDOM formatter(&tree, nullptr, memory);
-  transformer_->Run(inSource, inStyleSheet.Compiled(), xalanc::XSLTResultTarget(formatter, memory));
+  transformer_->Run(inSource, inStyleSheet, xalanc::XSLTResultTarget(formatter, memory));
   internal::MergeAdjacentTexts(&tree);
 }
 

@@ -33,6 +33,7 @@
 #include "xsl/limits.h"
 #include "xsl/problems.h"
 #include "xsl/style_check.h"
+#include "xsl/style_sheet.h"
 
 namespace quen::internal {
 namespace {
@@ -122,8 +123,13 @@ void CheckExpression(const XalanDOMString& inExpression, const xalanc::PrefixRes
 // What the engine asks of the world during a run.
 class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
  public:
-  explicit Environment(const Problems& inProblems)
-      : XSLTProcessorEnvSupportDefault(Memory()), problems_(inProblems) {}
+  Environment(const Problems& inProblems, const GivenNames& inStyleSheetNames,
+              const StyleSheetParams& inParams)
+      : XSLTProcessorEnvSupportDefault(Memory()),
+        problems_(inProblems),
+        styleSheetNames_(inStyleSheetNames) {
+    for (const auto& [name, expression] : inParams) names_.Add(expression);
+  }
 
   // For document(). The engine takes any failure for an empty node set; it is kept for the end of
   // the run, since the engine swallows whatever is thrown here.
@@ -131,6 +137,10 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
                                   const XalanDOMString& inBase, xercesc::ErrorHandler*) override {
     try {
       return problems_.Run([&] {
+        if (!IsOurs(View(inUrl)) && !(IsOurs(View(inBase)) && StaysBelow(View(inUrl)))) {
+          throw TransformFailure{u"its name does not stand in the style sheet or in a parameter"};
+        }
+        names_.Add(ResolveLocation(wstring(View(inUrl)), wstring(View(inBase))));
         return XSLTProcessorEnvSupportDefault::parseXML(ioManager, inUrl, inBase, nullptr);
       });
     } catch (const TransformFailure& failure) {
@@ -161,7 +171,13 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   const std::optional<wstring>& Failure() const { return failure_; }
 
  private:
+  bool IsOurs(std::u16string_view inName) const {
+    return styleSheetNames_.Has(inName) || names_.Has(inName);
+  }
+
   const Problems& problems_;
+  const GivenNames& styleSheetNames_;
+  GivenNames names_;  // of parameters, and the places of what was read
   std::optional<wstring> failure_;
 };
 
@@ -298,14 +314,14 @@ Transformer::~Transformer() = default;
 Transformer::Transformer(const Transformer& inOther)
     : context_(std::make_unique<Context>()), params_(inOther.params_) {}
 
-void Transformer::Run(Source& inSource, const xalanc::XalanCompiledStylesheet& inStyleSheet,
+void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
                       const xalanc::XSLTResultTarget& inTarget) {
   for (const auto& [name, expression] : params_)
     if (!IsBearable(expression))
       throw TransformFailure{u"The parameter '" + name + u"' is too long or nested too deeply"};
 
   Problems problems;
-  Environment environment(problems);
+  Environment environment(problems, inStyleSheet.Names(), params_);
   problems.Run([&] {
     inSource.Reader().setExecutionContext(*context_);
     const XalanDOMString location = EngineText(inSource.Location());
@@ -318,7 +334,7 @@ void Transformer::Run(Source& inSource, const xalanc::XalanCompiledStylesheet& i
     processor.setProblemListener(&problems.Listener());
     environment.setProcessor(&processor);
     for (const auto& [name, expression] : params_) {
-      CheckExpression(EngineText(expression), *inStyleSheet.getStylesheetRoot());
+      CheckExpression(EngineText(expression), *inStyleSheet.Compiled().getStylesheetRoot());
       processor.setStylesheetParam(EngineText(name), EngineText(expression));
     }
 
@@ -331,7 +347,7 @@ void Transformer::Run(Source& inSource, const xalanc::XalanCompiledStylesheet& i
 
     xalanc::XSLTInputSource input(&inSource.Document(), Memory());
     input.setSystemId(location.c_str());
-    context_->setStylesheetRoot(inStyleSheet.getStylesheetRoot());
+    context_->setStylesheetRoot(inStyleSheet.Compiled().getStylesheetRoot());
     xalanc::XSLTResultTarget target(inTarget, Memory());
     processor.process(input, target, *context_);
   });

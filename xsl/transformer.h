@@ -60,6 +60,8 @@ std::unique_ptr<Source> OpenSource(std::istream& ioStream);
 // Shows a tree of the document layer to the engine. The tree stays where it is.
 std::unique_ptr<Source> WrapSource(xercesc::DOMDocument& inDocument);
 
+class StyleSheet;
+
 // The names and expressions of SetStyleSheetParam.
 using StyleSheetParams = std::map<wstring, wstring>;
 
@@ -74,7 +76,7 @@ class Transformer {
     params_[inName] = inExpression;
   }
   // Throws TransformFailure, and whatever the target throws.
-  void Run(Source& inSource, const xalanc::XalanCompiledStylesheet& inStyleSheet,
+  void Run(Source& inSource, const StyleSheet& inStyleSheet,
            const xalanc::XSLTResultTarget& inTarget);
 
  private:
