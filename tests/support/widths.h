@@ -82,7 +82,7 @@ struct NarrowTypes {
   static std::string Utf8(const String& inText) { return inText; }
 };
 
-using Widths = testing::Types<WideTypes, NarrowTypes>;
+using Widths = ::testing::Types<WideTypes, NarrowTypes>;
 
 struct WidthNames {
   template <class Width>
