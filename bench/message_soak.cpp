@@ -7,13 +7,13 @@
 // A quarter of the messages is no XML, or XML that is no envelope, or has a fault; names and texts
 // differ from one to the next, so that whatever keeps them grows. Ends with 1 if the last
 // measurement is more than a tenth above the one after the first tenth.
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include <quenxml2/message.h>
+
+#include "bench/resident.h"
 
 namespace {
 
@@ -57,28 +57,20 @@ std::size_t Serve(unsigned long inNumber) {
   return reply.GetMessageContents().size();
 }
 
-unsigned long ResidentKilobytes() {
-  unsigned long pages = 0;
-  std::FILE* const file = std::fopen("/proc/self/statm", "r");
-  if (file == nullptr || std::fscanf(file, "%*u %lu", &pages) != 1) pages = 0;
-  if (file != nullptr) std::fclose(file);
-  return pages * static_cast<unsigned long>(sysconf(_SC_PAGESIZE)) / 1024;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
   const unsigned long count = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1000000;
   const unsigned long step = count / 10 != 0 ? count / 10 : 1;
-  unsigned long early = 0;
-  unsigned long last = 0;
+  long early = 0;
+  long last = 0;
   std::size_t bytes = 0;
   for (unsigned long i = 1; i <= count; ++i) {
     bytes += Serve(i);
     if (i % step != 0) continue;
-    last = ResidentKilobytes();
+    last = ResidentKibibytes();
     if (early == 0) early = last;
-    std::printf("%lu messages, %zu bytes answered, %lu kB resident\n", i, bytes, last);
+    std::printf("%lu messages, %zu bytes answered, %ld kB resident\n", i, bytes, last);
     std::fflush(stdout);
   }
   return last > early + early / 10 ? 1 : 0;

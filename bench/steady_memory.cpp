@@ -6,20 +6,13 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <string>
 
-namespace {
+#include "bench/resident.h"
 
-long ResidentKilobytes() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);)
-    if (line.compare(0, 6, "VmRSS:") == 0) return std::atol(line.c_str() + 6);
-  std::cerr << "no VmRSS in /proc/self/status\n";
-  std::exit(1);
-}
+namespace {
 
 // Values of changing lengths, 1 to 40 units.
 std::u16string Value(int inNumber) {
@@ -28,9 +21,9 @@ std::u16string Value(int inNumber) {
 
 void Measure(const char* inName, int inTimes, const std::function<void(int)>& inOperation) {
   for (int i = 0; i < 1000; ++i) inOperation(i);
-  const long before = ResidentKilobytes();
+  const long before = ResidentKibibytes();
   for (int i = 0; i < inTimes; ++i) inOperation(i);
-  std::cout << inName << " " << before << " " << ResidentKilobytes() << std::endl;
+  std::cout << inName << " " << before << " " << ResidentKibibytes() << std::endl;
 }
 
 }  // namespace

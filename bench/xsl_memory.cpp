@@ -5,12 +5,12 @@
 // than a mebibyte. `xsl_memory [transforms [registrations]]`.
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 #include <string>
 
 #include <quenxml2/quenxml2.h>
-#include <unistd.h>
+
+#include "bench/resident.h"
 
 namespace {
 
@@ -22,20 +22,12 @@ constexpr char kSheet[] =
     "<xsl:value-of select=\"concat(., key('k', '1'), $p)\"/></xsl:for-each></r></xsl:template>"
     "</xsl:stylesheet>";
 
-long Kibibytes() {
-  std::ifstream file("/proc/self/statm");
-  long size = 0;
-  long resident = 0;
-  file >> size >> resident;
-  return resident * (::sysconf(_SC_PAGESIZE) / 1024);
-}
-
 template <class Step>
 bool StaysFlat(const char* name, long rounds, Step&& step) {
   for (long i = 0; i < rounds / 10; ++i) step();
-  const long before = Kibibytes();
+  const long before = ResidentKibibytes();
   for (long i = rounds / 10; i < rounds; ++i) step();
-  const long after = Kibibytes();
+  const long after = ResidentKibibytes();
   std::printf("%s: %ld rounds, %ld KiB behind a tenth, %ld KiB at the end\n", name, rounds, before,
               after);
   return after - before <= 1024;
