@@ -13,7 +13,8 @@ light='XercesDefs\|XercesVersion\|Xerces_autoconf_config'
 status=0
 fail() { echo "$header: $*"; status=1; }
 
-printf '#include <%s>\n' cstddef cstdint exception iosfwd iterator memory stdexcept string vector \
+printf '#include <%s>\n' charconv cmath cstddef cstdint exception iosfwd iterator limits memory optional ostream \
+  stdexcept string string_view system_error type_traits utility vector \
   xercesc/util/XercesDefs.hpp >"$work/bare.cpp"
 "$cxx" -std=c++17 -dM -E "$work/bare.cpp" | awk '{ print $2 }' | sort >"$work/bare"
 count=0
