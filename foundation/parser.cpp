@@ -316,6 +316,8 @@ class SpareParser {
     if (isFit && !isOver_ && ++spare_.uses % kUses != 0) spare_.parser = std::move(inParser);
   }
 
+  static void Forget() { spare_.parser.reset(); }
+
  private:
   static constexpr std::size_t kLargestText = 16 * 1024;  // in code units
   static constexpr unsigned kUses = 64;
@@ -349,6 +351,8 @@ void WarmUpSchemas() {
 }
 
 }  // namespace
+
+void ForgetSpareParser() { SpareParser::Forget(); }
 
 void DocumentReleaser::operator()(xercesc::DOMDocument* inDocument) const { inDocument->release(); }
 

@@ -82,6 +82,9 @@ struct ParseSettings {
 DocumentPtr ParseDocument(TextInput& ioInput, const ParseSettings& inSettings,
                           const char16_t* inContext);
 
+// Frees what this thread keeps for its next document, for those who count what is allocated.
+void ForgetSpareParser();
+
 // Raises `inContext`, 1009 and the message above.
 [[noreturn]] void ThrowParseError(const char16_t* inContext, const InputFailure& inFailure);
 

@@ -20,6 +20,7 @@
 #include <memory>
 #include <sstream>
 
+#include "foundation/parser.h"
 #include "tests/components/cipher_support.h"
 #include "tests/support/allocations.h"
 #include "tests/support/literals.h"
@@ -102,9 +103,11 @@ Outcome Attempt(const Row& inRow, std::uint64_t inNth, bool inPersistent, std::s
     const int silent = open("/dev/null", O_WRONLY);  // of std::terminate
     dup2(silent, STDERR_FILENO);
     Outcome outcome = kSucceeded;
+    internal::ForgetSpareParser();
     const std::size_t before = AllocatedBlocks();
     {
       Objects objects;
+      internal::ForgetSpareParser();  // so that making one is tried, too
       {
         const FailingAllocation failing(inNth, inPersistent);
         outcome = OutcomeOf([&] { inRow.operation(objects); });
@@ -112,6 +115,7 @@ Outcome Attempt(const Row& inRow, std::uint64_t inNth, bool inPersistent, std::s
       if (OutcomeOf([&] { objects.ExpectUsable(); }) != kSucceeded) outcome = kUnusable;
     }
     if (::testing::Test::HasFailure()) outcome = kUnusable;
+    internal::ForgetSpareParser();
     const std::size_t lost = AllocatedBlocks() - before;
     if (write(ends[1], &lost, sizeof lost) != sizeof lost) outcome = kUnusable;
     _exit(outcome);
