@@ -35,6 +35,7 @@ class QUENXML2_API CQuenXMLUtils2 {
 // surrogate without its partner raises a CQuenXMLException2w, bytes that are not well-formed UTF-8
 // a CQuenXMLException2. No state: any thread may call them.
 QUENXML2_API string ToUtf8(const wstring& inText);
+// The other way round.
 QUENXML2_API wstring ToUtf16(const string& inText);
 
 }  // namespace quen
