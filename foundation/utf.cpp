@@ -58,40 +58,13 @@ std::size_t ValidPrefix(const Lead& inLead, const char* inBytes, std::size_t inL
   return valid;
 }
 
-char* PutUtf8(std::uint32_t inCodePoint, char* outBytes) {
-  const auto trail = [&](unsigned shift) {
-    return static_cast<char>(0x80 | ((inCodePoint >> shift) & 0x3F));
-  };
-  if (inCodePoint < 0x80) {
-    *outBytes++ = static_cast<char>(inCodePoint);
-  } else if (inCodePoint < 0x800) {
-    *outBytes++ = static_cast<char>(0xC0 | (inCodePoint >> 6));
-    *outBytes++ = trail(0);
-  } else if (inCodePoint < 0x10000) {
-    *outBytes++ = static_cast<char>(0xE0 | (inCodePoint >> 12));
-    *outBytes++ = trail(6);
-    *outBytes++ = trail(0);
-  } else {
-    *outBytes++ = static_cast<char>(0xF0 | (inCodePoint >> 18));
-    *outBytes++ = trail(12);
-    *outBytes++ = trail(6);
-    *outBytes++ = trail(0);
-  }
-  return outBytes;
+// The four units from `inText` on in one word.
+std::uint64_t FourUnits(const char16_t* inText) {
+  std::uint64_t word;
+  std::memcpy(&word, inText, sizeof word);
+  return word;
 }
-
-// Number of leading ASCII units, four at a time.
-std::size_t AsciiRun(const char16_t* inText, std::size_t inLength) {
-  constexpr std::uint64_t kHighBits = 0xFF80FF80FF80FF80;
-  std::size_t i = 0;
-  for (; i + 4 <= inLength; i += 4) {
-    std::uint64_t word;
-    std::memcpy(&word, inText + i, sizeof word);
-    if ((word & kHighBits) != 0) break;
-  }
-  while (i < inLength && inText[i] < 0x80) ++i;
-  return i;
-}
+constexpr std::uint64_t kBeyondAscii = 0xFF80FF80FF80FF80;
 
 // Writes the UTF-16 form of `inBytes`, which has room for one unit a byte: only a sequence of four
 // bytes makes two units. Returns the end of what was written.
@@ -113,24 +86,27 @@ char16_t* PutText(std::string_view inBytes, char16_t* outText, std::size_t& outM
       ++i;
       continue;
     }
-    const Lead lead = kLeads[first];
-    const auto at = [&](std::size_t k) -> unsigned {
-      return i + k < size ? static_cast<Byte>(data[i + k]) : 0;
-    };
-    const auto continues = [&](std::size_t k) { return (at(k) & 0xC0) == 0x80; };
-    if (lead.length == 0 || at(1) < lead.secondLow || at(1) > lead.secondHigh ||
-        (lead.length > 2 && !continues(2)) || (lead.length > 3 && !continues(3))) {
+    Byte sequence[4] = {};  // where the text ends, zeros follow, which continue nothing
+    if (size - i >= sizeof sequence) {
+      std::memcpy(sequence, data + i, sizeof sequence);
+    } else {
+      std::memcpy(sequence, data + i, size - i);
+    }
+    const Lead& lead = kLeads[first];
+    const bool isGood = sequence[1] >= lead.secondLow && sequence[1] <= lead.secondHigh;
+    const auto continues = [&](std::size_t k) { return (sequence[k] & 0xC0) == 0x80; };
+    const auto bits = [&](std::size_t k) { return std::uint32_t{sequence[k]} & 0x3F; };
+    if (lead.length == 2 && isGood) {
+      *outText++ = static_cast<char16_t>((first & 0x1FU) << 6 | bits(1));
+    } else if (lead.length == 3 && isGood && continues(2)) {
+      *outText++ = static_cast<char16_t>((first & 0xFU) << 12 | bits(1) << 6 | bits(2));
+    } else if (lead.length == 4 && isGood && continues(2) && continues(3)) {
+      const std::uint32_t codePoint = (first & 7U) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
+      *outText++ = static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+      *outText++ = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+    } else {
       outMalformed = i;
       break;
-    }
-    std::uint32_t codePoint = (first & (0x7FU >> lead.length)) << 6 | (at(1) & 0x3F);
-    for (std::size_t k = 2; k < lead.length; ++k) codePoint = codePoint << 6 | (at(k) & 0x3F);
-    if (codePoint < 0x10000) {
-      *outText++ = static_cast<char16_t>(codePoint);
-    } else {
-      codePoint -= 0x10000;
-      *outText++ = static_cast<char16_t>(0xD800 + (codePoint >> 10));
-      *outText++ = static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
     }
     i += lead.length;
   }
@@ -143,64 +119,83 @@ char* PutText(std::u16string_view inText, char* outBytes, std::size_t& outMalfor
   const char16_t* const data = inText.data();
   const std::size_t size = inText.size();
   outMalformed = kWellFormed;
+  const auto put = [&](std::uint32_t byte) { *outBytes++ = static_cast<char>(byte); };
+  const auto trail = [](std::uint32_t bits) { return 0x80 | (bits & 0x3F); };
   for (std::size_t i = 0; i < size; ++i) {
-    std::uint32_t codePoint = data[i];
-    if (IsSurrogate(data[i])) {
+    while (i + 4 <= size && (FourUnits(data + i) & kBeyondAscii) == 0) {
+      for (std::size_t k = 0; k < 4; ++k) outBytes[k] = static_cast<char>(data[i + k]);
+      outBytes += 4;
+      i += 4;
+    }
+    if (i == size) break;
+    const std::uint32_t unit = data[i];
+    if (unit < 0x80) {
+      put(unit);
+    } else if (unit < 0x800) {
+      put(0xC0 | unit >> 6);
+      put(trail(unit));
+    } else if (!IsSurrogate(data[i])) {
+      put(0xE0 | unit >> 12);
+      put(trail(unit >> 6));
+      put(trail(unit));
+    } else {
       if (!IsHighSurrogate(data[i]) || i + 1 == size || !IsLowSurrogate(data[i + 1])) {
         outMalformed = i;
         break;
       }
-      codePoint = 0x10000 + ((codePoint & 0x3FF) << 10) + (data[i + 1] & 0x3FFU);
-      ++i;
+      const std::uint32_t codePoint = 0x10000 + ((unit & 0x3FF) << 10) + (data[++i] & 0x3FFU);
+      put(0xF0 | codePoint >> 18);
+      put(trail(codePoint >> 12));
+      put(trail(codePoint >> 6));
+      put(trail(codePoint));
     }
-    outBytes = PutUtf8(codePoint, outBytes);
   }
   return outBytes;
 }
 
-// Texts up to this length are written on the stack first: the string is then made at its size, and
-// not cleared before it is written.
-constexpr std::size_t kShortText = 128;
+// Text is converted on the stack, a piece at a time: the result is neither cleared before it is
+// written nor larger than it needs to be.
+constexpr std::size_t kPiece = 512;
+
+// The text before `inEnd` without a sequence that is cut there.
+std::size_t WholeSequences(std::string_view inBytes, std::size_t inEnd) {
+  return inEnd - IncompleteTail(inBytes.substr(0, inEnd));
+}
+std::size_t WholeSequences(std::u16string_view inText, std::size_t inEnd) {
+  return IsHighSurrogate(inText[inEnd - 1]) ? inEnd - 1 : inEnd;
+}
+
+// Appends the other form of `inText`, of which a unit makes at most `kMost` units.
+template <std::size_t kMost, class Unit, class Other>
+std::size_t Append(std::basic_string_view<Unit> inText, std::basic_string<Other>& outText) {
+  Other piece[kMost * kPiece];
+  if (inText.size() > kPiece) outText.reserve(outText.size() + inText.size());
+  for (std::size_t begin = 0; begin < inText.size();) {
+    std::size_t end = begin + kPiece;
+    end = end < inText.size() ? WholeSequences(inText, end) : inText.size();
+    std::size_t malformed;
+    const Other* const pieceEnd = PutText(inText.substr(begin, end - begin), piece, malformed);
+    outText.append(piece, static_cast<std::size_t>(pieceEnd - piece));
+    if (malformed != kWellFormed) return begin + malformed;
+    begin = end;
+  }
+  return kWellFormed;
+}
 
 }  // namespace
 
 std::size_t AppendUtf16(std::string_view inBytes, std::u16string& outText) {
-  std::size_t malformed = kWellFormed;
-  if (inBytes.size() <= kShortText) {
-    char16_t text[kShortText];
-    const char16_t* const end = PutText(inBytes, text, malformed);
-    outText.append(text, static_cast<std::size_t>(end - text));
-    return malformed;
-  }
-  const std::size_t before = outText.size();
-  outText.resize(before + inBytes.size());
-  const char16_t* const end = PutText(inBytes, outText.data() + before, malformed);
-  outText.resize(static_cast<std::size_t>(end - outText.data()));
-  return malformed;
+  return Append<1>(inBytes, outText);
 }
 
 std::size_t AppendUtf8(std::u16string_view inText, std::string& outBytes) {
-  std::size_t malformed = kWellFormed;
-  if (inText.size() <= kShortText) {
-    char bytes[3 * kShortText];
-    const char* const end = PutText(inText, bytes, malformed);
-    outBytes.append(bytes, static_cast<std::size_t>(end - bytes));
-    return malformed;
-  }
-  const std::size_t before = outBytes.size();
-  const std::size_t ascii = AsciiRun(inText.data(), inText.size());
-  outBytes.resize(before + ascii + 3 * (inText.size() - ascii));
-  char* out = outBytes.data() + before;
-  for (std::size_t k = 0; k < ascii; ++k) out[k] = static_cast<char>(inText[k]);
-  out = PutText(inText.substr(ascii), out + ascii, malformed);
-  outBytes.resize(static_cast<std::size_t>(out - outBytes.data()));
-  return malformed == kWellFormed ? kWellFormed : malformed + ascii;
+  return Append<3>(inText, outBytes);
 }
 
 std::size_t AssignUtf8(std::u16string_view inText, std::string& outBytes) {
   std::size_t malformed = kWellFormed;
-  if (inText.size() <= kShortText) {
-    char bytes[3 * kShortText];
+  if (inText.size() <= kPiece) {
+    char bytes[3 * kPiece];
     const char* const end = PutText(inText, bytes, malformed);
     if (malformed == kWellFormed) outBytes.assign(bytes, static_cast<std::size_t>(end - bytes));
     return malformed;

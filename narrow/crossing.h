@@ -20,11 +20,15 @@
 namespace quen::internal {
 
 inline wstring Wide(const string& inText) { return gImplUtils.TranscodeFromUTF8(inText); }
+// What is kept for the next call is short.
+inline void ForgetLong(wstring& ioText) {
+  constexpr std::size_t kKeptUnits = 1024;
+  if (ioText.capacity() > kKeptUnits) wstring().swap(ioText);
+}
 // Into a string that is used again and again, and so needs no allocation for each call. The memory
 // of a long text goes with the next call.
 inline const wstring& Wide(const string& inText, wstring& outText) {
-  constexpr std::size_t kKeptUnits = 1024;
-  if (outText.capacity() > kKeptUnits) wstring().swap(outText);
+  ForgetLong(outText);
   gImplUtils.TranscodeFromUTF8(inText, outText);
   return outText;
 }
@@ -59,23 +63,30 @@ auto NarrowTwin(Operation&& inOperation) {
 // what the operation has left alone: the caller's string is left alone then, too.
 class OutText {
  public:
-  operator wstring&() { return text_; }
+  explicit OutText(wstring& ioText) : text_(ioText) { text_.assign(1, u'\0'); }
   void Deliver(string& outText) const {
     if (text_.size() != 1 || text_[0] != u'\0') gImplUtils.TransCodeToUTF8(text_, outText);
   }
 
  private:
-  wstring text_ = wstring(1, u'\0');
+  wstring& text_;
 };
 
-// The same for an operation that takes the text as an out argument.
+// The same for an operation that takes the text as an out argument. `ioText` is a string that is
+// used again and again.
 template <class Operation>
-void NarrowOut(string& outText, Operation&& inOperation) {
+void NarrowOut(string& outText, wstring& ioText, Operation&& inOperation) {
   Narrow([&] {
-    OutText text;
-    inOperation(text);
+    const OutText text(ioText);
+    inOperation(ioText);
     text.Deliver(outText);
   });
+  ForgetLong(ioText);
+}
+template <class Operation>
+void NarrowOut(string& outText, Operation&& inOperation) {
+  wstring text;
+  NarrowOut(outText, text, std::forward<Operation>(inOperation));
 }
 
 template <class WideClass>
@@ -83,20 +94,23 @@ bool HasClass(const CQuenXMLNode2w& inTwin) {
   return typeid(inTwin) == typeid(WideClass);
 }
 
-// A twin of the class of `inTwin`: `WideClass`, or plain for a default-constructed handle.
+// A null handle holds no state but that it is null, so that all threads may share it.
 template <class WideClass>
-std::unique_ptr<CQuenXMLNode2w> CopyOfTwin(const CQuenXMLNode2w& inTwin) {
-  if (!HasClass<WideClass>(inTwin)) return std::make_unique<CQuenXMLNode2w>(inTwin);
-  return std::make_unique<WideClass>(static_cast<const WideClass&>(inTwin));
-}
-
-// The twin as its own class. A null handle of that class answers for a plain twin: it holds no
-// state but that it is null, so that all threads may share it.
-template <class WideClass>
-WideClass& TwinAs(CQuenXMLNode2w& inTwin) {
-  if (HasClass<WideClass>(inTwin)) return static_cast<WideClass&>(inTwin);
+WideClass& NullTwin() {
   static WideClass null{CQuenXMLDocument2w()};  // of no other kind than a document
   return null;
+}
+
+// The twin as its own class. The twin of a default-constructed handle is plain and null.
+template <class WideClass>
+WideClass& TwinAs(CQuenXMLNode2w& inTwin) {
+  return HasClass<WideClass>(inTwin) ? static_cast<WideClass&>(inTwin) : NullTwin<WideClass>();
+}
+
+template <class WideClass>
+std::unique_ptr<CQuenXMLNode2w> CopyOfTwin(const CQuenXMLNode2w& inTwin) {
+  return std::make_unique<WideClass>(
+      HasClass<WideClass>(inTwin) ? static_cast<const WideClass&>(inTwin) : NullTwin<WideClass>());
 }
 
 }  // namespace quen::internal

@@ -117,10 +117,11 @@ void CQuenXMLData2::GetSubset(CQuenXMLData2& ioTarget, const string& inPath) con
   Narrow([&] { impl_->GetSubset(*ioTarget.impl_, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetSubset(string& outXML, const string& inPath) const {
-  NarrowOut(outXML, [&](wstring& text) { impl_->GetSubset(text, Wide(inPath, path_)); });
+  NarrowOut(outXML, value_, [&](wstring& text) { impl_->GetSubset(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetFormattedSubset(string& outXML, const string& inPath) const {
-  NarrowOut(outXML, [&](wstring& text) { impl_->GetFormattedSubset(text, Wide(inPath, path_)); });
+  NarrowOut(outXML, value_,
+            [&](wstring& text) { impl_->GetFormattedSubset(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetData(double& outValue, const string& inPath) const {
   Narrow([&] { impl_->GetData(outValue, Wide(inPath, path_)); });
@@ -135,10 +136,11 @@ void CQuenXMLData2::GetData(std::int32_t& outValue, const string& inPath) const 
   Narrow([&] { impl_->GetData(outValue, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetData(string& outValue, const string& inPath) const {
-  NarrowOut(outValue, [&](wstring& text) { impl_->GetData(text, Wide(inPath, path_)); });
+  NarrowOut(outValue, value_, [&](wstring& text) { impl_->GetData(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetBinaryData(string& outData, const string& inPath) const {
-  NarrowOut(outData, [&](wstring& text) { impl_->GetBinaryData(text, Wide(inPath, path_)); });
+  NarrowOut(outData, value_,
+            [&](wstring& text) { impl_->GetBinaryData(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetBinaryData(unsigned char* outData, std::uint32_t& ioLength,
                                   const string& inPath) const {
@@ -159,7 +161,7 @@ void CQuenXMLData2::GetAttr(const string& inName, std::int32_t& outValue,
   Narrow([&] { impl_->GetAttr(Wide(inName), outValue, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetAttr(const string& inName, string& outValue, const string& inPath) const {
-  NarrowOut(outValue,
+  NarrowOut(outValue, value_,
             [&](wstring& text) { impl_->GetAttr(Wide(inName), text, Wide(inPath, path_)); });
 }
 std::int32_t CQuenXMLData2::CursorTo(const string& inPath) {
@@ -243,13 +245,13 @@ void CQuenXMLData2::RemoveComment(const string& inPath) {
   Narrow([&] { impl_->RemoveComment(Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetComment(string& outText, const string& inPath) {
-  NarrowOut(outText, [&](wstring& text) { impl_->GetComment(text, Wide(inPath, path_)); });
+  NarrowOut(outText, value_, [&](wstring& text) { impl_->GetComment(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::AddCDATA(const string& inText, const string& inPath) {
   Narrow([&] { impl_->AddCDATA(Wide(inText), Wide(inPath, path_)); });
 }
 void CQuenXMLData2::GetCDATA(string& outText, const string& inPath) {
-  NarrowOut(outText, [&](wstring& text) { impl_->GetCDATA(text, Wide(inPath, path_)); });
+  NarrowOut(outText, value_, [&](wstring& text) { impl_->GetCDATA(text, Wide(inPath, path_)); });
 }
 void CQuenXMLData2::RemoveCDATA(const string& inPath) {
   Narrow([&] { impl_->RemoveCDATA(Wide(inPath, path_)); });

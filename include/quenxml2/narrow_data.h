@@ -144,7 +144,7 @@ class QUENXML2_API CQuenXMLData2 {
   std::unique_ptr<CQuenXMLDataImpl2w> impl_;
   // Of the call that runs: their memory serves the next one.
   mutable wstring path_;
-  wstring value_;
+  mutable wstring value_;
 };
 
 }  // namespace quen
