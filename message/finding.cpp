@@ -73,21 +73,32 @@ bool Matches(const xercesc::DOMElement* inElement, const PlainStep& inStep,
   }
 }
 
-// The first element below `inParent` that the steps "/a/b" lead to. Nothing where a step is not
-// plain.
-std::optional<CQuenXMLNodeImpl2w> FirstBelow(const xercesc::DOMNode* inParent,
-                                             std::u16string_view inSteps,
-                                             std::u16string_view inNamespace) {
-  const std::size_t end = std::min(inSteps.find(u'/', 1), inSteps.size());
-  const std::optional<PlainStep> step = PlainStepOf(inSteps.substr(1, end - 1));
-  if (!step) return std::nullopt;
+// The end of the first of the steps "/a/b".
+std::size_t EndOfStep(std::u16string_view inSteps) {
+  return std::min(inSteps.find(u'/', 1), inSteps.size());
+}
+
+bool ArePlain(std::u16string_view inSteps) {
+  while (!inSteps.empty()) {
+    const std::size_t end = EndOfStep(inSteps);
+    if (!PlainStepOf(inSteps.substr(1, end - 1))) return false;
+    inSteps.remove_prefix(end);
+  }
+  return true;
+}
+
+// The first element below `inParent` that the plain steps "/a/b" lead to.
+CQuenXMLNodeImpl2w FirstBelow(const xercesc::DOMNode* inParent, std::u16string_view inSteps,
+                              std::u16string_view inNamespace) {
+  const std::size_t end = EndOfStep(inSteps);
+  const PlainStep step = *PlainStepOf(inSteps.substr(1, end - 1));
   const std::u16string_view rest = inSteps.substr(end);
   for (xercesc::DOMElement* child = internal::FirstChildElement(inParent); child != nullptr;
        child = internal::NextSiblingElement(child)) {
-    if (!Matches(child, *step, inNamespace)) continue;
+    if (!Matches(child, step, inNamespace)) continue;
     if (rest.empty()) return CQuenXMLNodeImpl2w(child);
-    const std::optional<CQuenXMLNodeImpl2w> below = FirstBelow(child, rest, inNamespace);
-    if (!below || below->GetDOMNode() != nullptr) return below;
+    const CQuenXMLNodeImpl2w below = FirstBelow(child, rest, inNamespace);
+    if (below.GetDOMNode() != nullptr) return below;
   }
   return CQuenXMLNodeImpl2w();
 }
@@ -105,7 +116,9 @@ std::optional<CQuenXMLNodeImpl2w> PlainPart(const CQuenXMLDocumentImpl2w& inDocu
   const bool isRegular = uri != nullptr && declaration != nullptr &&
                          std::u16string_view(envelope->getNodeName()) == format::kEnvelope &&
                          std::u16string_view(internal::ValueOf(declaration)) == uri;
-  return isRegular ? FirstBelow(envelope, inSteps, uri) : std::nullopt;
+  // A step that is wrong is told of also where one before it finds nothing.
+  return isRegular && ArePlain(inSteps) ? std::optional(FirstBelow(envelope, inSteps, uri))
+                                        : std::nullopt;
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ CQuenXMLMsg2::CQuenXMLMsg2(const CQuenXMLMsg2& inOther)
     : CQuenMessage(),
       impl_(Narrow([&] { return std::make_unique<CQuenXMLMsgImpl2>(*inOther.impl_); })) {}
 CQuenXMLMsg2::CQuenXMLMsg2(const CQuenMessage& inMessageBase)
-    : CQuenXMLMsg2(inMessageBase.GetMessageContents()) {
+    : CQuenXMLMsg2(Narrow([&] { return inMessageBase.GetMessageContents(); })) {
   Narrow([&] {
     impl_->SetSourceAddress(Wide(inMessageBase.GetSourceAddress()));
     impl_->SetDestinationAddress(Wide(inMessageBase.GetDestinationAddress()));
@@ -92,17 +92,19 @@ void CQuenXMLMsg2::SetMessageType(const string& inType) {
 
 void CQuenXMLMsg2::GetCustomHeader(const string& inName, CQuenXMLDocument2& outHeader) const {
   Narrow([&] {
+    const wstring name = Wide(inName);
     outHeader = CQuenXMLDocument2();
     CQuenXMLDocument2w header;
-    impl_->GetCustomHeader(Wide(inName), header);
+    impl_->GetCustomHeader(name, header);
     outHeader.AppendSubset(Utf8(header.GetSubset()));
   });
 }
 void CQuenXMLMsg2::GetCustomHeader(const string& inName, CQuenXMLData2& outHeader) const {
   Narrow([&] {
+    const wstring name = Wide(inName);
     outHeader.RemoveData("");
     CQuenXMLData2w header;
-    impl_->GetCustomHeader(Wide(inName), header);
+    impl_->GetCustomHeader(name, header);
     wstring text;
     header.GetSubset(text, u"");
     outHeader.AppendSubset(Utf8(text), "");
@@ -136,10 +138,14 @@ void CQuenXMLMsg2::GetError(string& outContext, std::uint32_t& outCode, string& 
     wstring context;
     wstring message;
     wstring detail;
-    impl_->GetError(context, outCode, message, detail);
-    outContext = Utf8(context);
-    outMessage = Utf8(message);
+    std::uint32_t code = outCode;
+    impl_->GetError(context, code, message, detail);
+    string utf8Context = Utf8(context);
+    string utf8Message = Utf8(message);
     outDetail = Utf8(detail);
+    outContext = std::move(utf8Context);
+    outMessage = std::move(utf8Message);
+    outCode = code;
   });
 }
 void CQuenXMLMsg2::GetError(CQuenXMLException2& outException) const {

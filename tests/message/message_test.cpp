@@ -486,6 +486,21 @@ TYPED_TEST(Message, RefusedContents) {
   }
 }
 
+// Whether or not there is anything that the steps before it could find.
+TYPED_TEST(Message, AWrongNameIsToldOfInAnEmptyMessage) {
+  for (const char* const step :
+       {"get-header A[", "get-header p:A", "get-header X/[", "get-header X/p:B", "get-header X/",
+        "get-header A = 1", "header <p:A xmlns:p='urn:p'/>"}) {
+    SCOPED_TRACE(step);
+    typename TypeParam::Msg message;
+    const auto outcome = MessageScript<TypeParam>(message).Run({step, "text", "src b", "fields"});
+    ASSERT_EQ(outcome.size(), 3u);
+    EXPECT_EQ(outcome[0].substr(0, 5), "1010 ");
+    EXPECT_EQ(outcome[1].find("<p:A"), std::string::npos);
+    EXPECT_EQ(outcome[2], "src=b header");
+  }
+}
+
 TYPED_TEST(Message, ADetailThatIsNotWellFormedLeavesItsFault) {
   typename TypeParam::Msg message;
   const auto transcript =
