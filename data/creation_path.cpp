@@ -111,8 +111,11 @@ std::int32_t CQuenXMLDataImpl2w::RecursePath(CQuenXMLElement2w* ioElement,
                                              std::int32_t inIndex) {
   const std::int32_t count = static_cast<std::int32_t>(inList.nodes.size());
   if (inIndex < 0 || inIndex >= count) return 0;
-  CQuenXMLElementImpl2w parent(ioElement->GetImpl()->GetDOMNode());
+  ioElement->GetImpl()->CheckInitialized(u"CQuenXMLElementImpl2w::begin()");
+  CQuenXMLElementImpl2w parent(*ioElement->GetImpl());
   parent.CheckInitialized(u"CQuenXMLElementImpl2w::begin()");
+  // A derived class may walk the tree of another document, into which copies go.
+  const bool isOurs = internal::DocumentOf(parent.GetDOMNode()) == document_.Impl().Document();
 
   const bool nests = inIndex < kMaxNestedCalls;
   const std::int32_t end = nests ? inIndex + 1 : count;
@@ -133,7 +136,11 @@ std::int32_t CQuenXMLDataImpl2w::RecursePath(CQuenXMLElement2w* ioElement,
   for (; index < end; ++index) {
     const QuenXMLData2_Node& segment = inList.nodes[static_cast<std::size_t>(index)];
     CQuenXMLElementImpl2w child = document_.Impl().CreateElement(segment.name);
-    made.AppendNew(child);
+    if (isOurs) {
+      made.AppendNew(child);
+    } else {
+      child = CQuenXMLElementImpl2w(made.AppendChild(child));
+    }
     SetAttributes(child, segment);
     made = child;
   }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 //
 // The document handle: every operation forwards to the implementation of the same name.
+#include <typeinfo>
+
 #include "dom/document_impl.h"
+#include "foundation/failure.h"
 
 namespace quen {
 
@@ -21,8 +24,13 @@ CQuenXMLDocument2w& CQuenXMLDocument2w::operator=(const CQuenXMLDocument2w& inOt
   return *this;
 }
 
+// Assigned through its base, the handle has a plain implementation and owns no document.
 CQuenXMLDocumentImpl2w& CQuenXMLDocument2w::Impl() const {
-  return static_cast<CQuenXMLDocumentImpl2w&>(*GetImpl());
+  CQuenXMLNodeImpl2w& impl = *GetImpl();
+  if (typeid(impl) != typeid(CQuenXMLDocumentImpl2w)) {
+    ThrowXMLException2w(u"CQuenXMLDocument2w", kNotInitialized, u"Node was not initialized");
+  }
+  return static_cast<CQuenXMLDocumentImpl2w&>(impl);
 }
 
 CQuenXMLElement2w CQuenXMLDocument2w::CreateElement(const wstring& inName) {

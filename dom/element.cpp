@@ -31,9 +31,11 @@ CQuenXMLElement2w& CQuenXMLElement2w::operator=(const CQuenXMLElement2w& inOther
 }
 
 // By value: a default-constructed handle has a plain implementation, and an element's costs nothing
-// to make.
+// to make. Assigned through its base, the handle may stand on a node of any kind.
 CQuenXMLElementImpl2w CQuenXMLElement2w::Impl() const {
-  return CQuenXMLElementImpl2w(GetImpl()->GetDOMNode());
+  xercesc::DOMNode* const node = GetImpl()->GetDOMNode();
+  const bool isElement = node != nullptr && node->getNodeType() == xercesc::DOMNode::ELEMENT_NODE;
+  return CQuenXMLElementImpl2w(isElement ? node : nullptr);
 }
 
 wstring CQuenXMLElement2w::GetAttribute(const wstring& inName) const {

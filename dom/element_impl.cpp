@@ -18,13 +18,16 @@ CQuenXMLElementImpl2w::~CQuenXMLElementImpl2w() = default;
 wstring CQuenXMLElementImpl2w::GetValue() const {
   constexpr const char16_t* kContext = u"CQuenXMLElementImpl2w::GetValue()";
   CheckInitialized(kContext);
-  return Guarded<NodeClauses>(kContext, [&] { return ElementValue(); });
+  return Guarded<NodeClauses>(
+      kContext, [&] { return IsElement() ? ElementValue() : CQuenXMLNodeImpl2w::GetValue(); });
 }
 
 void CQuenXMLElementImpl2w::SetValue(const wstring& inValue) {
   constexpr const char16_t* kContext = u"CQuenXMLElementImpl2w::SetValue()";
   CheckInitialized(kContext);
-  Guarded<NodeClauses>(kContext, [&] { SetElementValue(inValue); });
+  Guarded<NodeClauses>(kContext, [&] {
+    IsElement() ? SetElementValue(inValue) : CQuenXMLNodeImpl2w::SetValue(inValue);
+  });
 }
 
 wstring CQuenXMLElementImpl2w::GetAttribute(const wstring& inName) const {
@@ -54,12 +57,18 @@ void CQuenXMLElementImpl2w::RemoveAttribute(const wstring& inName) {
 }
 
 bool CQuenXMLElementImpl2w::HasAttribute(const wstring& inName) const {
-  return Element()->getAttributeNode(inName.c_str()) != nullptr;
+  return FindAttribute(inName) != nullptr;
 }
 
 bool CQuenXMLElementImpl2w::HasAttribute(const wstring& inName, const wstring& inValue) const {
-  const xercesc::DOMAttr* const attribute = Element()->getAttributeNode(inName.c_str());
+  const xercesc::DOMAttr* const attribute = FindAttribute(inName);
   return attribute != nullptr && inValue == attribute->getValue();
+}
+
+// The engine's name ends at a zero unit.
+const xercesc::DOMAttr* CQuenXMLElementImpl2w::FindAttribute(const wstring& inName) const {
+  const xercesc::DOMAttr* const attribute = Element()->getAttributeNode(inName.c_str());
+  return attribute != nullptr && inName == attribute->getName() ? attribute : nullptr;
 }
 
 bool CQuenXMLElementImpl2w::HasParent() const {

@@ -58,6 +58,11 @@ class CQuenXMLElementImpl2w : public CQuenXMLNodeImpl2w {
   bool HasAttribute(const wstring& inName, const wstring& inValue) const;
 
   xercesc::DOMElement* Element() const { return static_cast<xercesc::DOMElement*>(node_); }
+
+ private:
+  // False in a copy of an element handle that was assigned a node of another kind through its base.
+  bool IsElement() const { return node_->getNodeType() == xercesc::DOMNode::ELEMENT_NODE; }
+  const xercesc::DOMAttr* FindAttribute(const wstring& inName) const;
 };
 
 }  // namespace quen

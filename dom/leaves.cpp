@@ -25,8 +25,12 @@ CQuenXMLAttr2w& CQuenXMLAttr2w::operator=(const CQuenXMLAttr2w& inOther) {
 }
 
 CQuenXMLElement2w CQuenXMLAttr2w::GetOwnerElement() const {
-  // A default-constructed handle has a plain implementation.
-  return CQuenXMLElement2w(CQuenXMLAttrImpl2w(GetImpl()->GetDOMNode()).GetOwnerElement());
+  // A default-constructed handle has a plain implementation, and one that was assigned through its
+  // base may stand on a node of any kind.
+  xercesc::DOMNode* const node = GetImpl()->GetDOMNode();
+  const bool isAttribute =
+      node != nullptr && node->getNodeType() == xercesc::DOMNode::ATTRIBUTE_NODE;
+  return CQuenXMLElement2w(CQuenXMLAttrImpl2w(isAttribute ? node : nullptr).GetOwnerElement());
 }
 
 CQuenXMLCDATA2w::CQuenXMLCDATA2w() = default;

@@ -420,8 +420,9 @@ class QUENXML2_API CQuenXMLDataImpl2w {
   // segment.
   virtual std::int32_t ParsePath(wstring& inPath, QuenXMLData2_NodePosList& outList);
   // Walks and extends the tree below `ioElement` along the list, from segment `inIndex` on;
-  // `ioElement` moves down to the last element that existed before. The library's own walks the
-  // whole rest of the path in one call. 0 if there is no such segment.
+  // `ioElement` moves down to the last element that existed before. The library's own takes one
+  // segment and calls itself for the next; from the 257th on it walks the rest of the path in one
+  // call. 0 if there is no such segment.
   virtual std::int32_t RecursePath(CQuenXMLElement2w* ioElement,
                                    const QuenXMLData2_NodePosList& inList, std::int32_t inIndex);
   // Reads the name and the predicates of one segment into `outNode`, which comes empty.

@@ -146,6 +146,9 @@ class QUENXML2_API CQuenXMLNode2w {
   // Never null. For the library's own classes.
   virtual CQuenXMLNodeImpl2w* GetImpl() const;
 
+  // To the node of `inOther`. A handle of a derived class can be given a node of another kind by
+  // its base: the operations of its own class throw 8 then, and those of a document handle do so
+  // for any node, since it owns none any more.
   CQuenXMLNode2w& operator=(const CQuenXMLNode2w& inOther);
 
   // Whether both are handles on one node, whatever the classes of the handles.

@@ -138,7 +138,8 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   virtual void GetError(wstring& outContext, std::uint32_t& outCode, wstring& outMessage,
                         wstring& outDetail) const;
   virtual void GetError(CQuenXMLException2w& outException) const;
-  // Puts a fault at the end of the body, in the place of any other. A detail that begins with '<'
+  // Puts a fault at the end of the body, in the place of the one that HasError tells of; a second
+  // one that came with the text stays. A detail that begins with '<'
   // goes in as XML. Throws 1009 if that is not well-formed, and the fault stands with an empty
   // detail then; throws 8 if the envelope has no body, and HasError is true then all the same,
   // ClearError and SetError throw 8, and only new contents end that.
@@ -158,7 +159,7 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   virtual bool HasHeader() const;
   // Whether there is a body element. A fault is none.
   virtual bool HasBody() const;
-  // Whether there is a fault.
+  // Whether there is a fault. One that came with the text is the first there.
   virtual bool HasError() const;
   // A text of the application, in the element TransportType.
   virtual wstring GetTransportType() const;
@@ -211,9 +212,13 @@ class QUENXML2_API CQuenXMLMsg2w : public CQuenMessagew {
   std::unique_ptr<CQuenXMLMsgImpl2> impl_;
 };
 
-// As CQuenXMLMsg2w, in UTF-8; narrow.h tells what all narrow classes share. Two things differ:
-// GetBody into a tree throws 8 where there is no body element and leaves the tree as it was, and
-// GetMessageContents into a tree replaces what stands at its cursor, not all of it.
+// As CQuenXMLMsg2w, in UTF-8; narrow.h tells what all narrow classes share. These differ:
+// - GetBody into a tree throws 8 where there is no body element and leaves the tree as it was.
+// - GetMessageContents into a tree replaces what stands at its cursor, not all of it.
+// - GetCustomHeader and GetBody replace all of a document, comments outside of its root too;
+//   GetCustomHeader without a name leaves its target empty.
+// - SetMessageContents from a document without a root throws 1009; a document with a document type
+//   is refused with 1010, and GetMessageContents of such a message into a document, too.
 class QUENXML2_API CQuenXMLMsg2 : public CQuenMessage {
  public:
   CQuenXMLMsg2();

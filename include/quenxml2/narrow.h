@@ -27,9 +27,9 @@
 // Failures are CQuenXMLException2, with the code, the context and the message of the wide failure;
 // the context names the wide operation. Failures that are none of the library's, std::bad_alloc
 // for one, pass as they are. These operations let a CQuenXMLException2w through: GetEncryptedSubset
-// of CQuenXMLDocument2, HasAttr and PathExists of CQuenXMLData2, IsValidElementName, and the
-// assignment of nodes and of iterators. So does any operation whose failure has a message that
-// UTF-8 cannot carry.
+// of CQuenXMLDocument2, HasAttr and PathExists of CQuenXMLData2, HasHeader of CQuenXMLMsg2,
+// IsValidElementName, and the assignment of nodes and of iterators. So does any operation whose
+// failure has a message that UTF-8 cannot carry.
 //
 // Lifetime and threads are those of the wide classes: a handle owns no node and dangles when its
 // document goes, and one tree belongs to one thread at a time. One thing differs: the reference

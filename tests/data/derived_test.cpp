@@ -162,6 +162,16 @@ TEST(Derived, TheWalkHasItsLimits) {
   EXPECT_EQ(root.GetName(), u"a");  // a new element does not move it
   EXPECT_EQ(tree.RecursePath(&root, list, 0), 1);
   EXPECT_EQ(root.GetName(), u"b");
+  // What it makes in another document belongs there.
+  CQuenXMLDocument2w other;
+  other.LoadXML(u"<other/>");
+  CQuenXMLElement2w foreign = other.GetDocumentElement();
+  {
+    Traced gone(u"<a/>");
+    EXPECT_EQ(gone.RecursePath(&foreign, list, 0), 1);
+  }
+  EXPECT_EQ(Utf8(other.GetDocumentElement().GetFirstChild().GetOwnerDocument().GetSubset()),
+            "<other><b/></other>");
 }
 
 TEST(Derived, LoadsGoToTheRoot) {

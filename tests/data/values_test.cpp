@@ -396,5 +396,10 @@ TYPED_TEST(Values, TheCapacityOfABuffer) {
   EXPECT_EQ(length, 0u);
 }
 
+TEST(HasAttr, ComparesAllOfAWideName) {
+  CQuenXMLData2w tree(u"<a n='1'/>");
+  EXPECT_EQ(tree.HasAttr(wstring(u"n\0x", 3), u"/a"), 0);
+}
+
 }  // namespace
 }  // namespace quen::test

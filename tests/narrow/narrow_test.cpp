@@ -133,6 +133,46 @@ TEST(NarrowTwin, AssignmentThroughTheBaseKeepsTheHandleUsable) {
   EXPECT_EQ(element.GetAttribute("x"), "1");
 }
 
+template <class Width>
+class AssignedThroughItsBase : public testing::Test {};
+TYPED_TEST_SUITE(AssignedThroughItsBase, Widths, WidthNames);
+
+// A node of another kind leaves the operations of the handle's own class without one.
+TYPED_TEST(AssignedThroughItsBase, AnotherKindOfNode) {
+  using W = TypeParam;
+  using Node = typename W::Node;
+  typename W::Document document;
+  document.LoadXML(W::Text("<r a='1'>text</r>"));
+  typename W::Element root = document.GetDocumentElement();
+  const Node text = root.GetFirstChild();
+  const auto failure = [](auto&& call) { return Failure<W>(call); };
+  constexpr const char* kExpected = "8 Node was not initialized";
+
+  typename W::Element element = root;
+  static_cast<Node&>(element) = text;
+  EXPECT_EQ(failure([&] { element.GetAttribute(W::Text("a")); }), kExpected);
+  EXPECT_EQ(failure([&] { element.begin(); }), kExpected);
+  EXPECT_EQ(failure([&] { element.AddChildNode(W::Text("b")); }), kExpected);
+  EXPECT_EQ(W::Utf8(element.GetValue()), "text");
+  typename W::Element copy = element;
+  copy.SetValue(W::Text("changed"));
+  EXPECT_EQ(W::Utf8(root.GetValue()), "changed");
+  static_cast<Node&>(element) = document;
+  EXPECT_NE(failure([copy = element]() mutable { copy.SetValue(W::Text("x")); }), kExpected);
+
+  typename W::Attr attribute(*root.attr_begin());
+  static_cast<Node&>(attribute) = text;
+  EXPECT_TRUE(attribute.GetOwnerElement() == kNull);
+
+  typename W::Document other;
+  static_cast<Node&>(other) = root;
+  EXPECT_EQ(failure([&] { other.LoadXML(W::Text("<x/>")); }), kExpected);
+  EXPECT_EQ(failure([&] { typename W::Document{other}; }), kExpected);
+  EXPECT_EQ(W::Utf8(other.GetName()), "r");
+  other = document;
+  EXPECT_EQ(W::Utf8(other.GetDocumentElement().GetName()), "r");
+}
+
 // The default constructors are open to derived classes alone, but for the section's.
 template <class Base>
 struct Unset : Base {
@@ -150,6 +190,7 @@ TEST(NarrowTwin, ADefaultConstructedHandleIsNull) {
   EXPECT_TRUE(Unset<CQuenXMLNode2>() == kNull);
   const CQuenXMLCDATA2 section;
   CQuenXMLCDATA2 another(section);
+  EXPECT_EQ(TwinClass(another), typeid(CQuenXMLCDATA2w));
   another = section;
   EXPECT_EQ(Failure<NarrowTypes>([&] { another.GetValue(); }), "8 Node was not initialized");
 }
