@@ -26,6 +26,7 @@
 
 #include "foundation/entity_budget.h"
 #include "foundation/failure.h"
+#include "foundation/grammar_memory.h"
 #include "foundation/impl_utils.h"
 #include "foundation/parser_limits.h"
 #include "foundation/tree_links.h"
@@ -97,9 +98,13 @@ bool IsLocalFile(const wstring& inLocation) {
 }
 
 // The parser that builds a tree, with the library's limits.
-class GuardedParser : public xercesc::XercesDOMParser, public xercesc::XMLEntityResolver {
+class GuardedParser : private GrammarMemory,
+                      public xercesc::XercesDOMParser,
+                      public xercesc::XMLEntityResolver {
  public:
-  explicit GuardedParser(const ParseSettings& inSettings) : isPlain_(AreOrdinary(inSettings)) {
+  explicit GuardedParser(const ParseSettings& inSettings)
+      : XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, &grammars_),
+        isPlain_(AreOrdinary(inSettings)) {
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);
     setDoNamespaces(inSettings.namespaces);

@@ -22,6 +22,7 @@
 
 #include "foundation/entity_budget.h"
 #include "foundation/failure.h"
+#include "foundation/grammar_memory.h"
 #include "foundation/parser_limits.h"
 #include "xsl/access.h"
 #include "xsl/limits.h"
@@ -142,13 +143,25 @@ class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
   std::size_t outside_ = 0;
 };
 
-// One of the engine's event parsers with the library's limits.
+// The engine's event parsers, made alike. Only the declarations can go into memory of their own:
+// failures that they throw keep the parser's.
+struct SourceEvents : xercesc::SAX2XMLReaderImpl {
+  explicit SourceEvents(xercesc::XMLGrammarPool& ioGrammars)
+      : SAX2XMLReaderImpl(xercesc::XMLPlatformUtils::fgMemoryManager, &ioGrammars) {}
+};
+struct StyleSheetEvents : xercesc::SAXParser {
+  explicit StyleSheetEvents(xercesc::XMLGrammarPool& ioGrammars)
+      : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, &ioGrammars) {}
+};
+
+// One of them with the library's limits.
 template <class Parser>
-class LimitedParser : public Parser, public xercesc::XMLEntityResolver {
+class LimitedParser : private GrammarMemory, public Parser, public xercesc::XMLEntityResolver {
  public:
   // Without a budget the text is the application's own, and reads the local files that it names.
   explicit LimitedParser(const EntityBudget* inEntities)
-      : limits_(inEntities), readsExternals_(inEntities == nullptr) {
+
+      : Parser(grammars_), limits_(inEntities), readsExternals_(inEntities == nullptr) {
     Parser::setErrorHandler(&errors_);
     Parser::setXMLEntityResolver(this);
   }
@@ -202,7 +215,7 @@ class LimitedParser : public Parser, public xercesc::XMLEntityResolver {
   ThrowingHandler errors_;
 };
 
-class SourceParser : public LimitedParser<xercesc::SAX2XMLReaderImpl> {
+class SourceParser : public LimitedParser<SourceEvents> {
  public:
   SourceParser(const EntityBudget* inEntities, SourceBuilder& ioBuilder)
       : LimitedParser(inEntities) {
@@ -220,7 +233,7 @@ class SourceParser : public LimitedParser<xercesc::SAX2XMLReaderImpl> {
   }
 };
 
-class StyleSheetParser : public LimitedParser<xercesc::SAXParser> {
+class StyleSheetParser : public LimitedParser<StyleSheetEvents> {
  public:
   explicit StyleSheetParser(xercesc::DocumentHandler& outHandler) : LimitedParser(nullptr) {
     setDoNamespaces(false);  // the style sheet's reader knows prefixes itself
