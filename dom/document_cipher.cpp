@@ -44,11 +44,10 @@ void CQuenXMLDocumentImpl2w::WriteToEncryptedFile(const string& inPath, std::int
                                                   const wstring& inKey) const {
   // The declaration says utf-8 here too; it is not heeded when the text comes back.
   const wstring text = u"<?xml version='1.0' encoding='utf-8'?>" + GetSubset();
-  const wstring path = gImplUtils.TranscodeFromUTF8(inPath);
   Guarded<CipherClauses>(u"CQuenXMLDocument2w::WriteToEncryptedFile()", [&] {
     CQuenAESW cipher;
     cipher.SetKey(inKey);
-    cipher.EncryptBufferToFile(text, path, inOverwrite != 0);
+    cipher.EncryptBufferToFile(text, gImplUtils.TranscodeFromUTF8(inPath), inOverwrite != 0);
   });
 }
 

@@ -44,17 +44,29 @@ DOMNode* CloneOf(const DOMNode* inDocument) {
   return Guarded<NodeClauses>(kConstruct, [&] { return internal::CloneDeep(inDocument); });
 }
 
+// What fails is told of as the parser tells of it when it opens the document itself.
+template <class Action>
+auto Reported(Action&& inAction) {
+  try {
+    return inAction();
+  } catch (const xercesc::XMLException& failure) {
+    throw internal::InputFailure{internal::OrEmpty(failure.getMessage())};
+  }
+}
+
 // What a connection brings.
 class UrlReader : public internal::ByteReader {
  public:
-  explicit UrlReader(const xercesc::XMLURL& inUrl) : stream_(inUrl.makeNewStream()) {
+  explicit UrlReader(const xercesc::XMLURL& inUrl) {
+    stream_.reset(Reported([&] { return inUrl.makeNewStream(); }));
     if (stream_ == nullptr) {
       throw internal::InputFailure{u"unable to open primary document entity '" +
                                    wstring(inUrl.getURLText()) + u"'"};
     }
   }
   std::size_t Read(char* outBytes, std::size_t inCapacity) override {
-    return stream_->readBytes(reinterpret_cast<XMLByte*>(outBytes), inCapacity);
+    return Reported(
+        [&] { return stream_->readBytes(reinterpret_cast<XMLByte*>(outBytes), inCapacity); });
   }
 
  private:
@@ -88,7 +100,7 @@ CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLDocumentImpl2w& inO
       namespaces_(inOther.namespaces_) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const DOMDocument* inDocument)
-    : CQuenXMLNodeImpl2w(CloneOf(inDocument)) {}
+    : CQuenXMLNodeImpl2w(internal::CloneDeep(inDocument)) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLNodeImpl2w& inNode) {
   if (inNode.GetNodeType() == CQuenXMLNode2w::DocumentNode) {

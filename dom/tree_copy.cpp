@@ -174,6 +174,8 @@ class NodeCopier {
                     xercesc::DOMAttrImpl(target_, attribute->getName());
       SetNewAttribute(copy, ValueOf(attribute), attribute->getSpecified());
       attributes.AddLast(copy);
+      // A schema makes identifiers, too.
+      if (attribute->isId()) static_cast<xercesc::DOMAttrImpl*>(copy)->addAttrToIDNodeMap();
     }
   }
 

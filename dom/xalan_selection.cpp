@@ -18,7 +18,6 @@
 #include <xalanc/XPath/XPathProcessorImpl.hpp>
 #include <xalanc/XPath/XalanXPathException.hpp>
 #include <xalanc/XalanDOM/XalanElement.hpp>
-#include <xalanc/XercesParserLiaison/XercesDocumentWrapper.hpp>
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
@@ -27,6 +26,7 @@
 
 #include "dom/document_order.h"
 #include "dom/selection_limits.h"
+#include "dom/wrapped_document.h"
 
 namespace quen::internal {
 namespace {
@@ -528,7 +528,7 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
     throw ExpressionRefused{kTreeTooDeep};
   }
   xalanc::DOMSupportDefault domSupport;
-  xalanc::XercesDocumentWrapper wrapper(memory, &document, false, build, build);
+  WrappedDocument wrapper(document, build);
   SealedEnvironment environment;
   Objects objects(memory, 10, 10, 10, 5);
   Execution execution(environment, domSupport, objects);
@@ -545,9 +545,7 @@ void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, boo
   const xalanc::ElementPrefixResolverProxy rootPrefixes(wrapper.getDocumentElement(), environment,
                                                         domSupport, memory);
   const xalanc::PrefixResolver& prefixes =
-      wrapper.getDocumentElement() == nullptr
-          ? static_cast<const xalanc::PrefixResolver&>(noPrefixes)
-          : rootPrefixes;
+      wrapper.HasElement() ? rootPrefixes : static_cast<const xalanc::PrefixResolver&>(noPrefixes);
 
   const auto compile = [&](const std::u16string& expression) -> const xalanc::XPath& {
     xalanc::XPath& path = *factory.create();

@@ -251,6 +251,9 @@ TEST(Document, LoadingReplacesOnlyWhatItCanReplace) {
             "1009 Parse error: [unable to open primary document entity '/nonexistent/file': No "
             "such file or directory] at line: 0, Column: 0 @ "
             "CQuenXMLDocumentImpl2w::Load(const STD(wstring) inLocation) ");
+  EXPECT_EQ(FailureOf([&] { document.Load(u"http://127.0.0.1:1/x"); }),
+            "1009 Parse error: [unable to connect socket for URL 'http://127.0.0.1:1/x'] at line: "
+            "0, Column: 0 @ CQuenXMLDocumentImpl2w::Load(const STD(wstring) inLocation) ");
   EXPECT_TRUE(document.GetDocumentElement() == kept);
   document.LoadXML(u"<?xml version='1.0' encoding='UTF-8'?><b>\u20ac</b>");
   EXPECT_EQ(Utf8(document.GetSubset()), "<b>\u20ac</b>");
@@ -327,6 +330,25 @@ TEST(Validation, AgainstASchema) {
     EXPECT_EQ(FailureOf([&] { loaded.LoadXML(Wide(row.xml)); }).empty(), row.valid) << row.what;
     EXPECT_EQ(loaded.GetDocumentElement().GetName() == u"old", !row.valid) << row.what;
   }
+}
+
+TEST(Validation, IdentifiersGoAlongWithACopy) {
+  const TempDir dir;
+  Document document;
+  document.SetExternalNoNamespaceSchemaLocation(
+      Wide(dir.File("id.xsd",
+                    "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='a'>"
+                    "<xs:complexType><xs:attribute name='i' type='xs:ID'/></xs:complexType>"
+                    "</xs:element></xs:schema>")));
+  document.SetDoValidationOnParse(1);
+  document.LoadXML(u"<a i='x'/>");
+  const auto found = [](const Document& in) { return in.SelectNodes(u"id('x')").size(); };
+  EXPECT_EQ(found(document), 1u);
+  EXPECT_EQ(found(Document(document)), 1u);
+  EXPECT_EQ(found(document.GetDocumentElement().GetOwnerDocument()), 1u);
+  Document other = Parse("<b/>");
+  other.GetDocumentElement().AppendChild(document.GetDocumentElement());
+  EXPECT_EQ(found(other), 1u);
 }
 
 TEST(Validation, TheFlagForParsingDoesNotMatterAndAnEmptyDocumentIsNotValid) {

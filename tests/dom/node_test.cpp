@@ -388,5 +388,36 @@ TEST(Node, TextFormsAndGrafts) {
   EXPECT_EQ(empty.GetSubset(), u"<c/>");
 }
 
+// Whatever Xalan-C takes such a document for.
+TEST(Node, SelectsInADocumentWithoutARoot) {
+  Document empty;
+  Document commented;
+  commented.AppendChild(commented.CreateComment(u"c"));
+  const Element detached = empty.CreateElement(u"a");
+  Document emptied;
+  emptied.LoadXML(u"<a><b/></a>");
+  const Node former = emptied.RemoveChild(emptied.GetDocumentElement());
+  const struct {
+    const char16_t* expression;
+    std::size_t inDocument;  // found from a document
+  } kCases[] = {
+      {u"/config[normalize-space(@x)='1']", 0},
+      {u"(/a)[1]", 0},
+      {u"(//a)[1]", 0},
+      {u"//a[lang('x')]", 0},
+      {u"//a[sum(b)>1]", 0},
+      {u"(/)[1]", 1},
+      {u"/node()[position()=last()][normalize-space()='x']", 0},
+      {u"id('x')", 0},
+  };
+  for (const auto& each : kCases) {
+    for (const Node& node : {Node(empty), Node(commented)})
+      EXPECT_EQ(node.SelectNodes(each.expression).size(), each.inDocument) << Utf8(each.expression);
+    for (const Node& node : {Node(detached), former}) node.SelectNodes(each.expression);
+  }
+  EXPECT_EQ(commented.SelectNodes(u"(/descendant::comment())[1]").size(), 1u);
+  EXPECT_EQ(FailureOf([&] { empty.SelectNodes(u"count(/)"); }).substr(0, 5), "1010 ");
+}
+
 }  // namespace
 }  // namespace quen::test
