@@ -61,6 +61,15 @@ LibxmlDocument ChildNodesLibxml(int inCount) {
   return document;
 }
 
+// In the bare engine: the floor of a library that stands on it.
+XercesDocument ChildNodesXerces(int inCount) {
+  XercesDocument document(
+      xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, u"a", nullptr));
+  xercesc::DOMElement* const root = document->getDocumentElement();
+  for (int i = 0; i < inCount; ++i) root->appendChild(document->createElement(u"b"));
+  return document;
+}
+
 // The same with a path to the parent.
 
 CQuenXMLData2w ChildNodesByPathQuen(int inCount) {
@@ -239,6 +248,18 @@ BENCHMARK(WalkQuen)->Arg(kWalked)->Unit(benchmark::kMicrosecond);
 BENCHMARK(WalkPugixml)->Arg(kWalked)->Unit(benchmark::kMicrosecond);
 BENCHMARK(WalkLibxml)->Arg(kWalked)->Unit(benchmark::kMicrosecond);
 
+template <class Build>
+void Add(const std::string& inName, Build inBuild) {
+  benchmark::RegisterBenchmark(
+      inName.c_str(),
+      [=](benchmark::State& state) {
+        for (auto _ : state) benchmark::DoNotOptimize(inBuild(static_cast<int>(state.range(0))));
+      })
+      ->Arg(10000)
+      ->Arg(100000)
+      ->Unit(benchmark::kMicrosecond);
+}
+
 // Registers the three ways of a job, after they have built the same.
 template <class Quen, class Pugixml, class Libxml>
 void Register(const std::string& inJob, Quen inQuen, Pugixml inPugixml, Libxml inLibxml) {
@@ -252,23 +273,14 @@ void Register(const std::string& inJob, Quen inQuen, Pugixml inPugixml, Libxml i
   Require(canonical(text) == canonical(reference), inJob + ": differs from libxml2");
   Require(canonical(DumpWithPugixml(*inPugixml(kChecked))) == canonical(reference),
           inJob + ": pugixml differs from libxml2");
-  const auto add = [&](const char* inLibrary, auto inBuild) {
-    benchmark::RegisterBenchmark(
-        (inJob + inLibrary).c_str(),
-        [=](benchmark::State& state) {
-          for (auto _ : state) benchmark::DoNotOptimize(inBuild(static_cast<int>(state.range(0))));
-        })
-        ->Arg(10000)
-        ->Arg(100000)
-        ->Unit(benchmark::kMicrosecond);
-  };
-  add("Quen", inQuen);
-  add("Pugixml", inPugixml);
-  add("Libxml", inLibxml);
+  Add(inJob + "Quen", inQuen);
+  Add(inJob + "Pugixml", inPugixml);
+  Add(inJob + "Libxml", inLibxml);
 }
 
 void RegisterAll() {
   Register("BuildChildNodes", ChildNodesQuen, ChildNodesPugixml, ChildNodesLibxml);
+  Add("BuildChildNodesXerces", ChildNodesXerces);
   Register("BuildChildNodesByPath", ChildNodesByPathQuen, ChildNodesByPathPugixml,
            ChildNodesByPathLibxml);
   Register("BuildAddData", AddDataQuen, AddDataPugixml, AddDataLibxml);

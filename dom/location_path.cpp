@@ -435,6 +435,8 @@ bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& si
           !sink.Take(node)) {
         return false;
       }
+    } else if (const xercesc::DOMTextImpl* const text = AsText(node)) {
+      next = text->fChild.nextSibling;
     } else {
       const NodeFacts facts = FactsOf(node);
       if (IsForeign(facts.type)) return Decline();

@@ -30,6 +30,12 @@ inline xercesc::DOMElementImpl* AsElement(xercesc::DOMNode* node) {
              : nullptr;
 }
 
+// A plain text node as its class, else null.
+inline xercesc::DOMTextImpl* AsText(xercesc::DOMNode* node) {
+  return &typeid(*node) == &typeid(xercesc::DOMTextImpl) ? static_cast<xercesc::DOMTextImpl*>(node)
+                                                         : nullptr;
+}
+
 // What an element that AsElement() knows says of its namespace: null for none.
 class NamespaceOf : private xercesc::DOMElementNSImpl {
  public:
@@ -105,9 +111,8 @@ inline NodeFacts FactsOf(xercesc::DOMNode* node) {
   if (const auto* const element = AsElement(node)) {
     return {DOMNode::ELEMENT_NODE, element->fChild.nextSibling, element->fParent.fFirstChild};
   }
-  if (&typeid(*node) == &typeid(xercesc::DOMTextImpl)) {
-    return {DOMNode::TEXT_NODE, static_cast<xercesc::DOMTextImpl*>(node)->fChild.nextSibling,
-            nullptr};
+  if (const auto* const text = AsText(node)) {
+    return {DOMNode::TEXT_NODE, text->fChild.nextSibling, nullptr};
   }
   const int type = node->getNodeType();
   const bool hasChildren = type == DOMNode::ELEMENT_NODE || type == DOMNode::DOCUMENT_NODE;
