@@ -448,7 +448,8 @@ xalanc::XalanDocument* Liaison::parseXMLStream(const xercesc::InputSource& inSou
 
 void Liaison::parseXMLStream(const xercesc::InputSource& inSource,
                              xercesc::DocumentHandler& outHandler, const xalanc::XalanDOMString&) {
-  names_.Add(OrEmpty(inSource.getSystemId()));  // document('') is the style sheet
+  const wstring place = OrEmpty(inSource.getSystemId());
+  if (!place.empty()) names_.Add(place);  // document('') is the style sheet
   CheckedStyleSheet checked(outHandler, names_);
   if (const auto* const tree = dynamic_cast<const StyleTreeInput*>(&inSource))
     return WalkStyleSheet(tree->Tree(), checked);

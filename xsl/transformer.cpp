@@ -137,7 +137,9 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
                                   const XalanDOMString& inBase, xercesc::ErrorHandler*) override {
     try {
       return problems_.Run([&] {
-        if (!IsOurs(View(inUrl)) && !(IsOurs(View(inBase)) && StaysBelow(View(inUrl)))) {
+        // What has no place has no folder: it would be the working directory.
+        const bool isBelowOurs = !inBase.empty() && IsOurs(View(inBase)) && StaysBelow(View(inUrl));
+        if (!IsOurs(View(inUrl)) && !isBelowOurs) {
           throw TransformFailure{u"its name does not stand in the style sheet or in a parameter"};
         }
         names_.Add(ResolveLocation(wstring(View(inUrl)), wstring(View(inBase))));

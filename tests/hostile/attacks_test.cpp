@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 
 #include "tests/hostile/entries.h"
 #include "tests/hostile/watch.h"
@@ -212,6 +213,36 @@ TEST(Attacks, ASourceNamesNoStyleSheetAndNoDocument) {
     EXPECT_FALSE(watched.WasOpened());
   }
   EXPECT_EQ(port.Connections(), 0);
+}
+
+// A style sheet that has no place of its own opens no folder to the source.
+TEST(Attacks, ASourceNamesNoFileOfTheWorkingDirectory) {
+  const TempDir dir;
+  WatchedFile watched(dir.File("watched.xml", "<leaked/>"));
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(dir / "");
+  const std::string text = RootSheet("<r><xsl:copy-of select='document(a/@b)'/></r>");
+  CQuenXSL2 xsl;
+  CQuenXMLData2 source("<a b='watched.xml'/>"), sheet(text), result;
+  CQuenXMLDocument2 sourceDocument, sheetDocument;
+  std::ostringstream out;
+  sourceDocument.LoadXML("<a b='watched.xml'/>");
+  sheetDocument.LoadXML(text);
+  std::uintptr_t ofStream = 0, ofTree = 0, ofDocument = 0;
+  xsl.RegisterCompiledStyleSheet(std::istringstream(text), ofStream);
+  xsl.RegisterCompiledStyleSheet(sheet, ofTree);
+  xsl.RegisterCompiledStyleSheet(sheetDocument, ofDocument);
+  const std::function<void()> ways[] = {
+      [&] { xsl.Transform(source, sheet, result); },
+      [&] { xsl.Transform(sourceDocument, sheetDocument, out); },
+      [&] { xsl.Transform(sourceDocument, out, ofStream); },
+      [&] { xsl.Transform(source, result, ofTree); },
+      [&] { xsl.Transform(sourceDocument, out, ofDocument); },
+  };
+  for (const auto& way : ways)
+    EXPECT_THAT(FailureOf<NarrowWidth>(way), HasSubstr("does not stand in the style sheet"));
+  EXPECT_FALSE(watched.WasOpened());
+  std::filesystem::current_path(before);
 }
 
 }  // namespace
