@@ -26,8 +26,8 @@ inline constexpr std::size_t kMaxExpressionOperators = 1000;
 // limit.
 inline constexpr std::size_t kMaxTreeDepth = 4000;
 
-// Decimal digits that a number in text position may reach. Xalan-C 1.12 writes a number of more
-// than 90 digits over the end of a buffer, and the process is aborted.
+// Decimal digits that a number in text position may reach. Xalan-C 1.12 writes a number of 90
+// characters, its sign among them, over the end of a buffer, and the process is aborted.
 inline constexpr std::size_t kMaxNumberTextDigits = 80;
 
 }  // namespace quen::internal

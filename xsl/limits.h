@@ -18,9 +18,9 @@ inline constexpr std::size_t kMaxTemplateDepth = 20000;
 // stack of 512 KiB it crashed in a chain of 150.
 inline constexpr std::size_t kMaxStackOfVariables = 192 * 1024;
 
-// Digits of a number that becomes text. Xalan-C 1.12 writes more of them over the end of a buffer,
-// and the process is aborted.
-inline constexpr int kMaxWrittenDigits = 90;
+// Digits of a number that becomes text. Xalan-C 1.12 writes a number of 90 characters, its sign
+// among them, over the end of a buffer, and the process is aborted.
+inline constexpr int kMaxWrittenDigits = 88;
 
 // References to entities in a style sheet and in a document that a style sheet names.
 inline constexpr std::size_t kMaxStyleSheetEntities = 50000;

@@ -3,8 +3,8 @@
 // Looks at the expressions of a style sheet before Xalan-C 1.12 compiles them.
 //
 // The engine crashes on a pattern that is "//" alone or begins with '|', and recurses over what is
-// nested: those are refused. It also ends the process when it writes a number of more than 90
-// digits where an expression becomes text without a value in between; there the expression is
+// nested: those are refused. It also ends the process when it writes a number of 90 characters
+// where an expression becomes text without a value in between; there the expression is
 // rewritten so that there is one, which the factory of numbers can refuse.
 #ifndef QUENXML2_XSL_STYLE_CHECK_H_
 #define QUENXML2_XSL_STYLE_CHECK_H_

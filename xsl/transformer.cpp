@@ -183,8 +183,8 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   std::optional<wstring> failure_;
 };
 
-constexpr double kNumberLimit = 1e90;
-static_assert(kMaxWrittenDigits == 90, "the limit is the least number with more digits");
+constexpr double kNumberLimit = 1e88;
+static_assert(kMaxWrittenDigits == 88, "the limit is the least number with more digits");
 
 // Refuses the numbers whose text would end the process, where they become values of their own. What
 // arithmetic makes of smaller ones does not pass here.

@@ -130,7 +130,7 @@ TEST(HostileExpressions, DeepTrees) {
   });
 }
 
-// A number of more than 90 digits that Xalan-C 1.12 has to write aborts the process.
+// A number of 90 characters that Xalan-C 1.12 has to write aborts the process.
 TEST(HostileExpressions, NumbersThatCanNotBeWritten) {
   const std::string zeros(95, '0');
   const Document document = Parse("<a n='1" + zeros + "' s='3'><b>1" + zeros + "</b></a>");
