@@ -29,6 +29,13 @@ bool IsPatternAttribute(std::u16string_view inElement, std::u16string_view inAtt
   return inElement == u"number" && (inAttribute == u"count" || inAttribute == u"from");
 }
 
+// An xsl:number writes the number of its value itself where that is not a count.
+Becomes ResultOf(std::u16string_view inElement, std::u16string_view inAttribute) {
+  if (inAttribute == u"select" && (inElement == u"value-of" || inElement == u"sort"))
+    return Becomes::kText;
+  return inElement == u"number" && inAttribute == u"value" ? Becomes::kNumber : Becomes::kAnything;
+}
+
 bool IsExpressionAttribute(std::u16string_view inAttribute) {
   constexpr std::u16string_view kNames[] = {u"select", u"test", u"match", u"use",
                                             u"count",  u"from", u"value"};
@@ -109,12 +116,20 @@ bool IsPattern(std::u16string_view inText) {
   return true;
 }
 
-wstring WithNumbersAsValues(std::u16string_view inExpression, bool inAsText) {
+wstring WithNumbersAsValues(std::u16string_view inExpression, Becomes inBecomes) {
   constexpr std::u16string_view kLength = u"string-length";
   constexpr std::u16string_view kOpen = u"string(";
-  const bool wraps = inAsText && MayBeNumber(inExpression);
-  if (!wraps && inExpression.find(kLength) == inExpression.npos) return wstring(inExpression);
-  wstring result(wraps ? kOpen : u"");
+  std::u16string_view before, behind;
+  if (inBecomes == Becomes::kText && MayBeNumber(inExpression)) {
+    before = kOpen;
+    behind = u")";
+  } else if (inBecomes == Becomes::kNumber && !Trimmed(inExpression).empty()) {
+    before = u"number(string(number(";
+    behind = u")))";
+  } else if (inExpression.find(kLength) == inExpression.npos) {
+    return wstring(inExpression);
+  }
+  wstring result(before);
   std::vector<char16_t> open;  // what closes each bracket; 0 for that of string-length
   for (std::size_t at = 0; at < inExpression.size(); ++at) {
     const char16_t unit = inExpression[at];
@@ -124,11 +139,11 @@ wstring WithNumbersAsValues(std::u16string_view inExpression, bool inAsText) {
       result += inExpression.substr(at, end - at);
       at = end;
     } else if (unit == u'(' || unit == u'[') {
-      const std::u16string_view before = Trimmed(inExpression.substr(0, at));
-      const std::u16string_view behind = Trimmed(inExpression.substr(at + 1));
-      const bool isLength = unit == u'(' && before.size() >= kLength.size() &&
-                            before.substr(before.size() - kLength.size()) == kLength &&
-                            !behind.empty() && behind[0] != u')';
+      const std::u16string_view name = Trimmed(inExpression.substr(0, at));
+      const std::u16string_view inside = Trimmed(inExpression.substr(at + 1));
+      const bool isLength = unit == u'(' && name.size() >= kLength.size() &&
+                            name.substr(name.size() - kLength.size()) == kLength &&
+                            !inside.empty() && inside[0] != u')';
       open.push_back(isLength ? u'\0' : unit == u'(' ? u')' : u']');
       result += unit;
       if (isLength) result += kOpen;
@@ -142,7 +157,7 @@ wstring WithNumbersAsValues(std::u16string_view inExpression, bool inAsText) {
     result += inExpression[at];
   }
   if (!open.empty()) return wstring(inExpression);
-  if (wraps) result += u')';
+  result += behind;
   return result;
 }
 
@@ -163,7 +178,7 @@ wstring TemplateWithNumbersAsValues(std::u16string_view inTemplate) {
       ++end;
     }
     if (end >= inTemplate.size()) return wstring(inTemplate);
-    result += WithNumbersAsValues(inTemplate.substr(at + 1, end - at - 1), true);
+    result += WithNumbersAsValues(inTemplate.substr(at + 1, end - at - 1), Becomes::kText);
     at = end - 1;
   }
   return result;
@@ -208,8 +223,7 @@ wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute
     if (begin == value.npos) continue;
     if (!IsBearable(std::u16string_view(value).substr(begin)))
       return u"The expression '" + Shown(value) + u"' is too long or nested too deeply";
-    value = isExpression ? WithNumbersAsValues(value, name == u"select" && (local == u"value-of" ||
-                                                                            local == u"sort"))
+    value = isExpression ? WithNumbersAsValues(value, ResultOf(local, name))
                          : TemplateWithNumbersAsValues(value);
   }
   return {};

@@ -24,9 +24,12 @@ bool IsBearable(std::u16string_view inExpression);
 // for "/" itself. None of those is a pattern (XSLT 1.0, 5.2).
 bool IsPattern(std::u16string_view inText);
 
+// What the engine makes of the result of an expression.
+enum class Becomes { kAnything, kText, kNumber };
+
 // The same expression with the arguments of string-length() as values, and with its own result as
-// one if `inAsText`. An expression that is wrong comes back as it is.
-wstring WithNumbersAsValues(std::u16string_view inExpression, bool inAsText);
+// one if it becomes a text or a number. An expression that is wrong comes back as it is.
+wstring WithNumbersAsValues(std::u16string_view inExpression, Becomes inBecomes);
 // The same for the expressions in the braces of an attribute value template.
 wstring TemplateWithNumbersAsValues(std::u16string_view inTemplate);
 

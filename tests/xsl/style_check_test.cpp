@@ -46,9 +46,14 @@ TEST(StyleCheckTest, NumbersBecomeValuesBeforeTheyBecomeText) {
       {u"a[1 + 1", u"a[1 + 1"},
       {u"'a + b", u"'a + b"},
   };
-  for (const auto& row : kRows) EXPECT_EQ(WithNumbersAsValues(row.before, true), row.after);
-  EXPECT_EQ(WithNumbersAsValues(u"@a * 2", false), u"@a * 2");
-  EXPECT_EQ(WithNumbersAsValues(u"string-length(@a * 2)", false), u"string-length(string(@a * 2))");
+  for (const auto& row : kRows)
+    EXPECT_EQ(WithNumbersAsValues(row.before, Becomes::kText), row.after);
+  EXPECT_EQ(WithNumbersAsValues(u"@a * 2", Becomes::kAnything), u"@a * 2");
+  EXPECT_EQ(WithNumbersAsValues(u"string-length(@a * 2)", Becomes::kAnything),
+            u"string-length(string(@a * 2))");
+  EXPECT_EQ(WithNumbersAsValues(u"@a", Becomes::kNumber), u"number(string(number(@a)))");
+  EXPECT_EQ(WithNumbersAsValues(u" ", Becomes::kNumber), u" ");
+  EXPECT_EQ(WithNumbersAsValues(u"1) + (2", Becomes::kNumber), u"1) + (2");
 }
 
 TEST(StyleCheckTest, OnlyWhatStandsInBracesOfATemplateChanges) {

@@ -454,6 +454,8 @@ TYPED_TEST(XslTest, NumbersThatCanNotBeWrittenFail) {
       RootSheet("<xsl:value-of select=\"concat(-a, '')\"/>"),
       RootSheet("<xsl:if test='string-length(-a) &gt; 0'>yes</xsl:if>"),
       RootSheet("<r x='{-sum(a)}'/>"),
+      RootSheet("<xsl:number value='a'/>"),
+      RootSheet("<xsl:number value='-a'/>"),
       RootSheet("<xsl:for-each select='a|a/text()'><xsl:sort select='-.'/>x</xsl:for-each>"),
   };
   for (const std::string& sheet : sheets) {
