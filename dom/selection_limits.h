@@ -30,6 +30,10 @@ inline constexpr std::size_t kMaxTreeDepth = 4000;
 // characters, its sign among them, over the end of a buffer, and the process is aborted.
 inline constexpr std::size_t kMaxNumberTextDigits = 80;
 
+// Digits before the point of a number that stands in an expression. Xalan-C 1.12 writes it as text
+// when it compiles the expression, with the same end.
+inline constexpr std::size_t kMaxLiteralDigits = 88;
+
 }  // namespace quen::internal
 
 #endif  // QUENXML2_DOM_SELECTION_LIMITS_H_

@@ -222,6 +222,7 @@ constexpr char16_t kTooMany[] = u"The expression has too many steps and operator
 constexpr char16_t kTreeTooDeep[] = u"The tree is nested too deeply for this expression.";
 constexpr char16_t kNumberText[] =
     u"The expression turns a number without a known bound into text.";
+constexpr char16_t kLongNumber[] = u"The expression has a number with too many digits.";
 constexpr char16_t kSystemProperty[] = u"The function system-property is not available in a path.";
 
 bool RefusalScan::Open(Call call) {
@@ -329,9 +330,14 @@ const char16_t* RefusalScan::Run() {
       continue;
     }
     if (IsDigit(c) || (c == u'.' && at_ + 1 < text_.size() && IsDigit(text_[at_ + 1]))) {
+      std::size_t literal = 0;
+      bool fraction = false;
       for (; at_ < text_.size() && (IsDigit(text_[at_]) || text_[at_] == u'.'); ++at_) {
         ++frame.digits;
+        fraction |= text_[at_] == u'.';
+        literal += !fraction && (literal > 0 || text_[at_] != u'0') ? 1 : 0;
       }
+      if (literal > kMaxLiteralDigits) return kLongNumber;
       operandBefore_ = true;
       continue;
     }

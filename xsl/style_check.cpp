@@ -2,6 +2,7 @@
 #include "xsl/style_check.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "dom/selection_limits.h"
 #include "foundation/failure.h"
@@ -23,6 +24,8 @@ std::u16string_view PrefixOf(std::u16string_view inName) {
   const std::size_t colon = inName.find(u':');
   return colon == inName.npos ? std::u16string_view() : inName.substr(0, colon);
 }
+
+bool IsDigit(char16_t inUnit) { return inUnit >= u'0' && inUnit <= u'9'; }
 
 bool IsPatternAttribute(std::u16string_view inElement, std::u16string_view inAttribute) {
   if (inElement == u"template" || inElement == u"key") return inAttribute == u"match";
@@ -49,6 +52,32 @@ bool MayBeNumber(std::u16string_view inExpression) {
   return std::any_of(std::begin(kSigns), std::end(kSigns), [&](std::u16string_view sign) {
     return inExpression.find(sign) != inExpression.npos;
   });
+}
+
+// What stands between a pair of braces.
+struct Part {
+  std::size_t begin;
+  std::size_t end;
+  std::u16string_view Of(std::u16string_view inTemplate) const {
+    return inTemplate.substr(begin, end - begin);
+  }
+};
+
+// The next expression of an attribute value template, nothing where no brace is closed any more:
+// the engine refuses what is left then.
+std::optional<Part> NextExpression(std::u16string_view inTemplate, std::size_t inFrom) {
+  std::size_t begin = inTemplate.find(u'{', inFrom);
+  while (begin != inTemplate.npos && inTemplate.substr(begin, 2) == u"{{")
+    begin = inTemplate.find(u'{', begin + 2);
+  if (begin == inTemplate.npos) return std::nullopt;
+  std::size_t end = ++begin;
+  while (end < inTemplate.size() && inTemplate[end] != u'}') {
+    if (inTemplate[end] == u'\'' || inTemplate[end] == u'"')
+      end = std::min(inTemplate.find(inTemplate[end], end + 1), inTemplate.size() - 1);
+    ++end;
+  }
+  if (end >= inTemplate.size()) return std::nullopt;
+  return Part{begin, end};
 }
 
 wstring Shown(std::u16string_view inText) {
@@ -82,6 +111,13 @@ bool IsBearable(std::u16string_view inExpression) {
       case u',':
         ++operators;
         break;
+      case u'\'':
+      case u'"':  // the engine refuses a text without an end
+        at = std::min(inExpression.find(inExpression[at], at + 1), inExpression.size());
+        break;
+      case u'.':
+        while (at + 1 < inExpression.size() && IsDigit(inExpression[at + 1])) ++at;
+        break;
       case u'-':  // in a name, mostly
         operators += at == 0 || inExpression[at - 1] <= u'-' ? 1 : 0;
         break;
@@ -89,6 +125,13 @@ bool IsBearable(std::u16string_view inExpression) {
         operators += inExpression.size() - at > 4 && (inExpression[at + 1] | 0x20) >= u'a' ? 1 : 0;
         break;
       default:
+        if (IsDigit(inExpression[at])) {
+          const std::size_t begin =
+              std::min(inExpression.find_first_not_of(u'0', at), inExpression.size());
+          for (at = begin; at < inExpression.size() && IsDigit(inExpression[at]);) ++at;
+          if (at - begin > kMaxLiteralDigits) return false;
+          --at;
+        }
         break;
     }
   }
@@ -161,26 +204,24 @@ wstring WithNumbersAsValues(std::u16string_view inExpression, Becomes inBecomes)
   return result;
 }
 
+bool IsBearableTemplate(std::u16string_view inTemplate) {
+  std::size_t at = 0;
+  while (const auto part = NextExpression(inTemplate, at)) {
+    if (!IsBearable(part->Of(inTemplate))) return false;
+    at = part->end;
+  }
+  return true;
+}
+
 wstring TemplateWithNumbersAsValues(std::u16string_view inTemplate) {
   wstring result;
-  for (std::size_t at = 0; at < inTemplate.size(); ++at) {
-    const char16_t unit = inTemplate[at];
-    result += unit;
-    if (unit != u'{') continue;
-    if (at + 1 < inTemplate.size() && inTemplate[at + 1] == u'{') {
-      result += inTemplate[++at];
-      continue;
-    }
-    std::size_t end = at + 1;
-    while (end < inTemplate.size() && inTemplate[end] != u'}') {
-      if (inTemplate[end] == u'\'' || inTemplate[end] == u'"')
-        end = std::min(inTemplate.find(inTemplate[end], end + 1), inTemplate.size() - 1);
-      ++end;
-    }
-    if (end >= inTemplate.size()) return wstring(inTemplate);
-    result += WithNumbersAsValues(inTemplate.substr(at + 1, end - at - 1), Becomes::kText);
-    at = end - 1;
+  std::size_t at = 0;
+  while (const auto part = NextExpression(inTemplate, at)) {
+    result += inTemplate.substr(at, part->begin - at);
+    result += WithNumbersAsValues(part->Of(inTemplate), Becomes::kText);
+    at = part->end;
   }
+  result += inTemplate.substr(at);
   return result;
 }
 
@@ -219,10 +260,9 @@ wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute
         std::any_of(value.begin(), value.end(), [](char16_t unit) { return unit >= 0x80; }))
       return u"'" + Shown(value) + u"' is not an encoding";
     const bool isExpression = isXslt && IsExpressionAttribute(name);
-    const std::size_t begin = isExpression ? 0 : value.find(u'{');
-    if (begin == value.npos) continue;
-    if (!IsBearable(std::u16string_view(value).substr(begin)))
-      return u"The expression '" + Shown(value) + u"' is too long or nested too deeply";
+    if (!isExpression && value.find(u'{') == value.npos) continue;
+    if (!(isExpression ? IsBearable(value) : IsBearableTemplate(value)))
+      return u"The expression '" + Shown(value) + u"'" + kNotBearable;
     value = isExpression ? WithNumbersAsValues(value, ResultOf(local, name))
                          : TemplateWithNumbersAsValues(value);
   }

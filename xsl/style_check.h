@@ -17,8 +17,12 @@
 
 namespace quen::internal {
 
-// Whether the engine can be given this expression. Conservative: brackets within literals count.
+// Whether the engine can be given this expression, and those in the braces of an attribute value
+// template.
 bool IsBearable(std::u16string_view inExpression);
+bool IsBearableTemplate(std::u16string_view inTemplate);
+constexpr char16_t kNotBearable[] =
+    u" is too long, is nested too deeply, or has a number with too many digits";
 
 // Whether the engine can be given this pattern: no alternative of it is empty or ends in '/', but
 // for "/" itself. None of those is a pattern (XSLT 1.0, 5.2).

@@ -163,7 +163,7 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
         ioContext.getPrefixResolver() != nullptr) {
       const XalanDOMString& expression = inArguments.front()->str(ioContext);
       if (!IsBearable(View(expression)))
-        ThrowEngineFailure(u"The expression to evaluate is too long or nested too deeply");
+        ThrowEngineFailure((wstring(u"The expression to evaluate") + kNotBearable).c_str());
       CheckExpression(expression, *ioContext.getPrefixResolver());
     }
     return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
@@ -320,7 +320,7 @@ void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
                       const xalanc::XSLTResultTarget& inTarget) {
   for (const auto& [name, expression] : params_)
     if (!IsBearable(expression))
-      throw TransformFailure{u"The parameter '" + name + u"' is too long or nested too deeply"};
+      throw TransformFailure{u"The parameter '" + name + u"'" + kNotBearable};
 
   Problems problems;
   Environment environment(problems, inStyleSheet.Names(), params_);

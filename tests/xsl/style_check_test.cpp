@@ -71,5 +71,28 @@ TEST(StyleCheckTest, OnlyWhatStandsInBracesOfATemplateChanges) {
   for (const auto& row : kRows) EXPECT_EQ(TemplateWithNumbersAsValues(row.before), row.after);
 }
 
+TEST(StyleCheckTest, WhatIsNoExpressionMayBeLong) {
+  wstring steps, digits(200, u'1');
+  for (int i = 0; i < 1100; ++i) steps += u" L 1/('";
+  const struct {
+    wstring text;
+    bool isBearable;
+  } kRows[] = {
+      {u"{1}" + steps, true},
+      {u"{{" + steps + u"}}{1}", true},
+      {steps + u"{1}" + steps + u"{2}" + digits, true},
+      {u"{'" + steps + u"'}", false},
+      {u"{\"" + steps + u"\"}", true},
+      {steps + u"{1}" + steps + u"{" + steps + u"}", false},
+      {u"' {" + digits + u"}", false},
+      {u"{1}' {" + digits + u"}'", false},
+      {u"{{{" + digits + u"}", false},
+      {u"{0.5 + " + digits + u".5}", false},
+      {u"{0." + digits + u" + '" + digits + u"'}", true},
+  };
+  for (const auto& row : kRows)
+    EXPECT_EQ(IsBearableTemplate(row.text), row.isBearable) << &row - kRows;
+}
+
 }  // namespace
 }  // namespace quen::internal

@@ -435,6 +435,10 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
        RootSheet(
            "<xsl:value-of xmlns:d='http://exslt.org/dynamic' select='d:evaluate(string(a))'/>"),
        "nested too deeply"},
+      {"the same behind an open quote", "<a>'" + std::string(60000, '(') + "</a>",
+       RootSheet(
+           "<xsl:value-of xmlns:d='http://exslt.org/dynamic' select='d:evaluate(string(a))'/>"),
+       "'"},
   };
   for (const BadRow& row : kRows) {
     const std::string failure = this->FailureOfRun(row.source, row.sheet);
@@ -469,6 +473,42 @@ TYPED_TEST(XslTest, NumbersThatCanNotBeWrittenFail) {
         }
       }
     }
+  }
+}
+
+// A literal is written when the expression is compiled.
+TYPED_TEST(XslTest, LiteralNumbersThatCanNotBeWrittenAreRefused) {
+  const std::string dynamic = "xmlns:d='http://exslt.org/dynamic' ";
+  for (const std::size_t count : {88, 89, 90, 200}) {
+    const std::string n(count, '1');
+    const std::string source = "<a>" + n + "</a>";
+    const std::string sheets[] = {
+        RootSheet("<xsl:copy-of select='a[" + n + " = 1]'/>"),
+        RootSheet("<xsl:if test='0000" + n + " = 1'/>"),
+        RootSheet("<r x='{a[" + n + " = 1]}'/>"),
+        RootSheet("<xsl:for-each select='a'><xsl:sort select='. &gt; " + n + "'/></xsl:for-each>"),
+        Sheet("<xsl:template match='a[. = " + n + "]'/>"),
+        Sheet("<xsl:key name='k' match='a' use='. = " + n + "'/>"),
+        RootSheet("<xsl:number count='a[. = " + n + "]'/>"),
+        RootSheet("<xsl:value-of " + dynamic + "select='d:evaluate(string(a))'/>"),
+        RootSheet("<xsl:value-of " + dynamic + "select='d:evaluate(concat(\"1=\", a))'/>"),
+    };
+    for (const std::string& sheet : sheets) {
+      const std::string failure = this->FailureOfRun(source, sheet);
+      if (count <= 88) {
+        EXPECT_EQ(failure, "") << sheet;
+      } else {
+        EXPECT_THAT(failure, HasSubstr("too many digits")) << sheet;
+      }
+    }
+    EXPECT_EQ(this->Run(source, RootSheet("<xsl:if test='a = \"" + n + "\"'>a" + n + "</xsl:if>")),
+              "a" + n)
+        << "a text may be as long as it likes";
+    typename TypeParam::Xsl xsl;
+    const std::uintptr_t handle =
+        this->Register(xsl, Sheet("<xsl:param name='p'/><xsl:template match='/'>x</xsl:template>"));
+    xsl.SetStyleSheetParam(TypeParam::Text("p"), TypeParam::Text(n + " = 1"));
+    EXPECT_EQ(FailureOf<TypeParam>([&] { this->Run(xsl, source, handle); }).empty(), count <= 88);
   }
 }
 
