@@ -13,10 +13,14 @@ namespace quen::internal {
 // that calls itself takes gigabytes before it fails.
 inline constexpr std::size_t kMaxTemplateDepth = 20000;
 
-// Bytes of stack that a run may have taken when it asks for the value of a variable. The engine
-// evaluates global variables that wait for each other recursively, at 1 to 3 KiB for each: on a
-// stack of 512 KiB it crashed in a chain of 150.
-inline constexpr std::size_t kMaxStackOfVariables = 192 * 1024;
+// Bytes of stack that a run may have taken when it asks for the value of a variable or evaluates a
+// text. The engine evaluates global variables that wait for each other recursively, at 1 to 3 KiB
+// for each: on a stack of 512 KiB it crashed in a chain of 150.
+inline constexpr std::size_t kMaxStackOfRun = 192 * 1024;
+
+// Texts that are evaluated as expressions, and evaluate texts themselves. A text of the source that
+// evaluates itself recursed until the stack ended.
+inline constexpr std::size_t kMaxEvaluationDepth = 16;
 
 // Digits of a number that becomes text. Xalan-C 1.12 writes a number of 90 characters, its sign
 // among them, over the end of a buffer, and the process is aborted.

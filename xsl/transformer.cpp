@@ -154,7 +154,8 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
     }
   }
 
-  // An expression that is made from data at run time is checked as one of a style sheet is.
+  // An expression that is made from data at run time is checked as one of a style sheet is. What is
+  // wrong is no exception of the engine's, which takes those of an evaluation for an empty result.
   xalanc::XObjectPtr extFunction(xalanc::XPathExecutionContext& ioContext,
                                  const XalanDOMString& inNamespace, const XalanDOMString& inName,
                                  xalanc::XalanNode* inNode, const XObjectArgVectorType& inArguments,
@@ -163,14 +164,31 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
         ioContext.getPrefixResolver() != nullptr) {
       const XalanDOMString& expression = inArguments.front()->str(ioContext);
       if (!IsBearable(View(expression)))
-        ThrowEngineFailure((wstring(u"The expression to evaluate") + kNotBearable).c_str());
-      CheckExpression(expression, *ioContext.getPrefixResolver());
+        throw TransformFailure{wstring(u"The expression to evaluate") + kNotBearable};
+      if (evaluations_ == kMaxEvaluationDepth || IsStackTaken())
+        throw TransformFailure{u"Texts that are evaluated evaluate each other too deeply"};
+      Run([&] { CheckExpression(expression, *ioContext.getPrefixResolver()); });
+      struct Level {
+        std::size_t& evaluations;
+        explicit Level(std::size_t& ioEvaluations) : evaluations(++ioEvaluations) {}
+        ~Level() { --evaluations; }
+      } const level(evaluations_);
+      return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
+                                                         inArguments, inPlace);
     }
     return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
                                                        inArguments, inPlace);
   }
 
   const std::optional<wstring>& Failure() const { return failure_; }
+  template <class Operation>
+  void Run(Operation&& inOperation) const {
+    problems_.Run(std::forward<Operation>(inOperation));
+  }
+  bool IsStackTaken() const {
+    const std::uintptr_t now = StackNow();
+    return now < stack_ && stack_ - now > kMaxStackOfRun;
+  }
 
  private:
   bool IsOurs(std::u16string_view inName) const {
@@ -181,6 +199,8 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   const GivenNames& styleSheetNames_;
   GivenNames names_;  // of parameters, and the places of what was read
   std::optional<wstring> failure_;
+  const std::uintptr_t stack_ = StackNow();  // where the run began; it grows downwards
+  mutable std::size_t evaluations_ = 0;
 };
 
 constexpr double kNumberLimit = 1e88;
@@ -195,7 +215,7 @@ class Numbers : public xalanc::XObjectFactoryDefault {
   Numbers() : XObjectFactoryDefault(Memory()) {}
   const xalanc::XObjectPtr createNumber(double inValue) override {
     if (std::isfinite(inValue) && std::fabs(inValue) >= kNumberLimit)
-      ThrowEngineFailure(u"A number has more digits than can be written");
+      throw TransformFailure{u"A number has more digits than can be written"};
     return XObjectFactoryDefault::createNumber(inValue);
   }
 };
@@ -236,7 +256,7 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
 
   void pushContextMarker() override {
     if (++templates_ > kMaxTemplateDepth)
-      ThrowEngineFailure(u"The templates nest deeper than the limit of this library");
+      throw TransformFailure{u"The templates nest deeper than the limit of this library"};
     if (environment_->Failure().has_value()) throw TransformFailure{*environment_->Failure()};
     StylesheetExecutionContextDefault::pushContextMarker();
   }
@@ -247,7 +267,8 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   using StylesheetExecutionContextDefault::cloneToResultTree;
   void startElement(const XMLCh* inName) override {
     if (++elements_ > kMaxTreeDepth)
-      ThrowEngineFailure(u"The elements of the result nest deeper than the limit of this library");
+      throw TransformFailure{
+          u"The elements of the result nest deeper than the limit of this library"};
     StylesheetExecutionContextDefault::startElement(inName);
   }
   // xsl:copy begins its element here, and ends it as all others are ended.
@@ -267,13 +288,14 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   // out in the result.
   const xalanc::XObjectPtr getVariable(const xalanc::XalanQName& inName,
                                        const xercesc::Locator* inPlace) override {
-    if (stack_ - StackNow() > kMaxStackOfVariables)
-      ThrowEngineFailure(u"Too many variables wait for the values of each other");
+    if (environment_->IsStackTaken())
+      throw TransformFailure{u"Too many variables wait for the values of each other"};
     xalanc::XObjectPtr value = StylesheetExecutionContextDefault::getVariable(inName, inPlace);
     if (value.null() || value->getType() == xalanc::XObject::eTypeUnknown) {
       const wstring message =
           u"The variable '" + wstring(View(inName.getLocalPart())) + u"' is not defined.";
-      problem(eXSLTProcessor, eError, EngineText(message), inPlace, getCurrentNode());
+      environment_->Run(
+          [&] { problem(eXSLTProcessor, eError, EngineText(message), inPlace, getCurrentNode()); });
     }
     return value;
   }
@@ -287,7 +309,6 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   void Attach(Environment& inEnvironment, xalanc::DOMSupport& inSupport,
               xalanc::XObjectFactory& inObjects, xalanc::XSLTEngineImpl& inProcessor) {
     environment_ = &inEnvironment;
-    stack_ = StackNow();
     setXPathEnvSupport(&inEnvironment);
     setDOMSupport(&inSupport);
     setXObjectFactory(&inObjects);
@@ -306,7 +327,6 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   xalanc::ICUBridgeCollationCompareFunctor collation_;
   xalanc::ICUFormatNumberFunctor numbers_;
   const Environment* environment_ = nullptr;
-  std::uintptr_t stack_ = 0;  // where the run began; it grows downwards
   std::size_t templates_ = 0;
   std::size_t elements_ = 0;
 };

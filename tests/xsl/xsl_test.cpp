@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/small_stack.h"
+
 // Debian's Xerces-C 3.2.4 gives up a little memory for each document with an external DTD subset
 // (its cure for CVE-2018-1311).
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
@@ -474,6 +476,45 @@ TYPED_TEST(XslTest, NumbersThatCanNotBeWrittenFail) {
       }
     }
   }
+}
+
+// Through each of the functions that evaluate, on a small stack.
+TYPED_TEST(XslTest, TextsThatEvaluateEachOtherEndSomewhere) {
+  constexpr char kEachOther[] = "evaluate each other too deeply";
+  const std::string names =
+      " xmlns:d='http://exslt.org/dynamic' xmlns:x='http://xml.apache.org/xalan'";
+  OnSmallStack([&] {
+    for (const std::string function : {"d:evaluate", "x:evaluate"}) {
+      const std::string sheet = RootSheet("<xsl:for-each select='r'><xsl:value-of" + names +
+                                          " select='" + function + "(/r/a[1])'/></xsl:for-each>");
+      // Each a evaluates the next one within `open` and `close`.
+      const auto source = [&](int levels, const std::string& open, const std::string& close) {
+        std::string text = "<r>";
+        for (int i = 1; i < levels; ++i) {
+          text +=
+              "<a>" + open + function + "(/r/a[" + std::to_string(i + 1) + "])" + close + "</a>";
+        }
+        return text + "<a>7</a></r>";
+      };
+      std::string open, close;
+      for (int i = 0; i < 98; ++i) {
+        open += "self::*[";
+        close += "]";
+      }
+      EXPECT_EQ(this->Run(source(16, "", ""), sheet), "7");
+      EXPECT_THAT(this->FailureOfRun(source(17, "", ""), sheet), HasSubstr(kEachOther));
+      EXPECT_THAT(this->FailureOfRun("<r><a>" + function + "(/r/a)</a></r>", sheet),
+                  HasSubstr(kEachOther));
+      EXPECT_THAT(this->FailureOfRun(source(16, open, close), sheet), HasSubstr(kEachOther));
+      EXPECT_THAT(this->FailureOfRun("<r><a>" + function + "('(')</a></r>", sheet),
+                  StartsWith("1010 "));
+      EXPECT_THAT(this->FailureOfRun("<r><a>$u</a></r>", sheet), HasSubstr("'u' is not defined"));
+      EXPECT_EQ(this->FailureOfRun("<r><a>/r/@n * 1</a></r>", sheet), "");
+      EXPECT_THAT(
+          this->FailureOfRun("<r n='" + std::string(90, '1') + "'><a>/r/@n * 1</a></r>", sheet),
+          HasSubstr("more digits"));
+    }
+  });
 }
 
 // A literal is written when the expression is compiled.
