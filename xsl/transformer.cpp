@@ -4,6 +4,7 @@
 #include <cxxabi.h>
 
 #include <cmath>
+#include <exception>
 #include <optional>
 
 #include <xalanc/ICUBridge/ICUBridgeCollationCompareFunctor.hpp>
@@ -131,25 +132,16 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
     for (const auto& [name, expression] : inParams) names_.Add(expression);
   }
 
-  // For document(). The engine takes any failure for an empty node set; it is kept for the end of
-  // the run, since the engine swallows whatever is thrown here.
+  // For document(). The engine takes any failure for an empty node set, and swallows whatever is
+  // thrown here; it is kept for the next template or the end of the run.
   xalanc::XalanDocument* parseXML(MemoryManager& ioManager, const XalanDOMString& inUrl,
                                   const XalanDOMString& inBase, xercesc::ErrorHandler*) override {
     try {
-      return problems_.Run([&] {
-        // What has no place has no folder: it would be the working directory.
-        const bool isBelowOurs = !inBase.empty() && IsOurs(View(inBase)) && StaysBelow(View(inUrl));
-        if (!IsOurs(View(inUrl)) && !isBelowOurs) {
-          throw TransformFailure{u"its name does not stand in the style sheet or in a parameter"};
-        }
-        names_.Add(ResolveLocation(wstring(View(inUrl)), wstring(View(inBase))));
-        return XSLTProcessorEnvSupportDefault::parseXML(ioManager, inUrl, inBase, nullptr);
-      });
-    } catch (const TransformFailure& failure) {
-      if (!failure_.has_value()) {
-        failure_ =
-            u"The document '" + wstring(View(inUrl)) + u"' can not be read: " + failure.message;
-      }
+      return ReadDocument(ioManager, inUrl, inBase);
+    } catch (abi::__forced_unwind&) {
+      throw;
+    } catch (...) {
+      if (failure_ == nullptr) failure_ = std::current_exception();
       return nullptr;
     }
   }
@@ -180,7 +172,9 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
                                                        inArguments, inPlace);
   }
 
-  const std::optional<wstring>& Failure() const { return failure_; }
+  void RethrowFailure() const {
+    if (failure_ != nullptr) std::rethrow_exception(failure_);
+  }
   template <class Operation>
   void Run(Operation&& inOperation) const {
     problems_.Run(std::forward<Operation>(inOperation));
@@ -191,6 +185,23 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   }
 
  private:
+  xalanc::XalanDocument* ReadDocument(MemoryManager& ioManager, const XalanDOMString& inUrl,
+                                      const XalanDOMString& inBase) {
+    try {
+      return problems_.Run([&] {
+        // What has no place has no folder: it would be the working directory.
+        const bool isBelowOurs = !inBase.empty() && IsOurs(View(inBase)) && StaysBelow(View(inUrl));
+        if (!IsOurs(View(inUrl)) && !isBelowOurs) {
+          throw TransformFailure{u"its name does not stand in the style sheet or in a parameter"};
+        }
+        names_.Add(ResolveLocation(wstring(View(inUrl)), wstring(View(inBase))));
+        return XSLTProcessorEnvSupportDefault::parseXML(ioManager, inUrl, inBase, nullptr);
+      });
+    } catch (const TransformFailure& failure) {
+      throw TransformFailure{u"The document '" + wstring(View(inUrl)) + u"' can not be read: " +
+                             failure.message};
+    }
+  }
   bool IsOurs(std::u16string_view inName) const {
     return styleSheetNames_.Has(inName) || names_.Has(inName);
   }
@@ -198,7 +209,7 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   const Problems& problems_;
   const GivenNames& styleSheetNames_;
   GivenNames names_;  // of parameters, and the places of what was read
-  std::optional<wstring> failure_;
+  std::exception_ptr failure_;
   const std::uintptr_t stack_ = StackNow();  // where the run began; it grows downwards
   mutable std::size_t evaluations_ = 0;
 };
@@ -257,7 +268,7 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   void pushContextMarker() override {
     if (++templates_ > kMaxTemplateDepth)
       throw TransformFailure{u"The templates nest deeper than the limit of this library"};
-    if (environment_->Failure().has_value()) throw TransformFailure{*environment_->Failure()};
+    environment_->RethrowFailure();
     StylesheetExecutionContextDefault::pushContextMarker();
   }
   void popContextMarker() override {
@@ -373,7 +384,7 @@ void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
     xalanc::XSLTResultTarget target(inTarget, Memory());
     processor.process(input, target, *context_);
   });
-  if (environment.Failure().has_value()) throw TransformFailure{*environment.Failure()};
+  environment.RethrowFailure();
 }
 
 }  // namespace quen::internal

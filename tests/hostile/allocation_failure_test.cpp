@@ -200,6 +200,16 @@ TEST_P(AllocationFailure, LeavesObjectsUsableAndNothingBehind) {
          o.xsl.Transform(static_cast<const CQuenXMLData2&>(o.narrow), result, o.sheet);
        },
        true},
+      {"transform with another document",
+       [&](Objects& o) {
+         std::istringstream source("<a/>");
+         std::istringstream sheet(
+             RootSheet("<r><xsl:value-of select=\"document('" + Utf8(file) + "')/a/b\"/></r>"));
+         std::ostringstream out;
+         o.xsl.Transform(source, sheet, out);
+         EXPECT_EQ(out.str(), "<r>1</r>");
+       },
+       true},
       {"compile a style sheet",
        [&](Objects& o) {
          std::uintptr_t handle = 0;
