@@ -250,7 +250,8 @@ std::unique_ptr<Source> WrapSource(xercesc::DOMDocument& inDocument) {
   return std::make_unique<TreeSource>(inDocument);
 }
 
-// The state of the engine during a run. Making one is costly, so it is used again.
+// The state of the engine during a run. Making one is costly, so it is used again where a run
+// succeeds.
 class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
  public:
   Context()
@@ -342,10 +343,9 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   std::size_t elements_ = 0;
 };
 
-Transformer::Transformer() : context_(std::make_unique<Context>()) {}
+Transformer::Transformer() = default;
 Transformer::~Transformer() = default;
-Transformer::Transformer(const Transformer& inOther)
-    : context_(std::make_unique<Context>()), params_(inOther.params_) {}
+Transformer::Transformer(const Transformer& inOther) : params_(inOther.params_) {}
 
 void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
                       const xalanc::XSLTResultTarget& inTarget) {
@@ -355,6 +355,7 @@ void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
 
   Problems problems;
   Environment environment(problems, inStyleSheet.Names(), params_);
+  if (context_ == nullptr) context_ = std::make_unique<Context>();
   problems.Run([&] {
     inSource.Reader().setExecutionContext(*context_);
     const XalanDOMString location = EngineText(inSource.Location());
@@ -371,12 +372,17 @@ void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
       processor.setStylesheetParam(EngineText(name), EngineText(expression));
     }
 
+    // What the engine was in the middle of stays in the context when a run fails, and adds up.
     struct Detacher {
-      Context& context;
-      ~Detacher() { context.Detach(); }
+      std::unique_ptr<Context>& context;
+      const int exceptions = std::uncaught_exceptions();
+      ~Detacher() {
+        context->Detach();
+        if (std::uncaught_exceptions() > exceptions) context.reset();
+      }
     };
     context_->Attach(environment, inSource.Support(), objects, processor);
-    const Detacher detacher{*context_};
+    const Detacher detacher{context_};
 
     xalanc::XSLTInputSource input(&inSource.Document(), Memory());
     input.setSystemId(location.c_str());

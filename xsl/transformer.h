@@ -82,7 +82,7 @@ class Transformer {
  private:
   class Context;
 
-  std::unique_ptr<Context> context_;
+  std::unique_ptr<Context> context_;  // null before the first run and behind one that failed
   StyleSheetParams params_;
 };
 

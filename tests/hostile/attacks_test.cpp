@@ -215,6 +215,38 @@ TEST(Attacks, ASourceNamesNoStyleSheetAndNoDocument) {
   EXPECT_EQ(port.Connections(), 0);
 }
 
+// What fails in the middle leaves nothing in the object.
+TEST(Attacks, FailedTransformsTakeNoMemory) {
+  const std::string stop = "<xsl:message terminate='yes'>stop</xsl:message>";
+  const std::string sheets[] = {
+      RootSheet("<r>" + stop + "</r>"),
+      RootSheet("<r><xsl:variable name='v'><x>" + stop + "</x></xsl:variable></r>"),
+      RootSheet("<r><xsl:for-each select='//b'><xsl:sort select='.'/>" + stop +
+                "</xsl:for-each></r>"),
+      RootSheet("<r><xsl:for-each select='//b'><xsl:value-of select='concat(., $u)'/>"
+                "</xsl:for-each></r>"),
+      Sheet("<xsl:template name='t' match='/'><e><xsl:call-template name='t'/></e></xsl:template>"),
+      RootSheet("<r><xsl:value-of select=\"document('/none')\"/></r>"),
+  };
+  for (const std::string& sheet : sheets) {
+    CQuenXSL2 xsl;
+    std::uintptr_t handle = 0;
+    xsl.RegisterCompiledStyleSheet(std::istringstream(sheet), handle);
+    const auto run = [&](int times) {
+      for (; times > 0; --times) {
+        std::ostringstream out;
+        EXPECT_NE(FailureOf<NarrowWidth>([&] {
+                    xsl.Transform(std::istringstream("<a><b>1</b><b>2</b></a>"), out, handle);
+                  }),
+                  "");
+      }
+      return AllocatedBytes();
+    };
+    const std::size_t before = run(2);
+    EXPECT_EQ(run(20), before) << sheet;
+  }
+}
+
 // A style sheet that has no place of its own opens no folder to the source.
 TEST(Attacks, ASourceNamesNoFileOfTheWorkingDirectory) {
   const TempDir dir;
