@@ -3,6 +3,7 @@
 
 #include <cxxabi.h>
 
+#include <algorithm>
 #include <cmath>
 #include <exception>
 #include <optional>
@@ -119,6 +120,25 @@ void CheckExpression(const XalanDOMString& inExpression, const xalanc::PrefixRes
   xalanc::XPathProcessorImpl processor(Memory());
   xalanc::XPath path(Memory());
   processor.initXPath(path, construction, inExpression, inPrefixes, nullptr);
+}
+
+// The same for a pattern.
+void CheckPattern(const XalanDOMString& inPattern, const xalanc::PrefixResolver& inPrefixes) {
+  SilentConstruction construction;
+  xalanc::XPathProcessorImpl processor(Memory());
+  xalanc::XPath path(Memory());
+  processor.initMatchPattern(path, construction, inPattern, inPrefixes, nullptr);
+}
+
+// A name that no pattern can be wrong about.
+bool IsPlainName(std::u16string_view inText) {
+  const auto isLetter = [](char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';
+  };
+  return !inText.empty() && isLetter(inText[0]) &&
+         std::all_of(inText.begin(), inText.end(), [&](char16_t unit) {
+           return isLetter(unit) || (unit >= u'0' && unit <= u'9') || unit == u'-';
+         });
 }
 
 // What the engine asks of the world during a run.
@@ -294,6 +314,27 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   void endElement(const XMLCh* inName) override {
     if (elements_ > 0) --elements_;
     StylesheetExecutionContextDefault::endElement(inName);
+  }
+
+  // For xsl:number without a pattern: one is made of the name of a node. The engine has two of them
+  // wrong: "&name" for an attribute, and the target of an instruction without quotes. It prints the
+  // fault of a pattern to the standard error stream.
+  const xalanc::XPath* createMatchPattern(const XalanDOMString& inText,
+                                          const xalanc::PrefixResolver& inPrefixes) override {
+    constexpr std::u16string_view kInstruction = u"processing-instruction(";
+    const std::u16string_view text = View(inText);
+    if (IsPlainName(text))
+      return StylesheetExecutionContextDefault::createMatchPattern(inText, inPrefixes);
+    wstring pattern(text);
+    if (text.substr(0, 1) == u"&") {
+      pattern[0] = u'@';
+    } else if (text.substr(0, kInstruction.size()) == kInstruction && text.back() == u')') {
+      pattern.insert(kInstruction.size(), 1, u'\'');
+      pattern.insert(pattern.size() - 1, 1, u'\'');
+    }
+    const XalanDOMString repaired = EngineText(pattern);
+    CheckPattern(repaired, inPrefixes);
+    return StylesheetExecutionContextDefault::createMatchPattern(repaired, inPrefixes);
   }
 
   // The engine's own result for an undefined variable is a text that says so, and that would come

@@ -673,6 +673,30 @@ TYPED_TEST(XslTest, NothingIsToldToTheStandardErrorStreamOrTakenFromTheEnvironme
                                        "select=\"d:evaluate('a[')\"/>"));
   this->FailureOfRun("<a/>", RootSheet("<xsl:value-of select=\"document('none')\"/>"));
   this->FailureOfRun("<a/>", RootSheet("<xsl:message terminate='yes'>m</xsl:message>"));
+  const struct {
+    const char* nodes;
+    const char* numbers;  // of those before it, and it, that have its name
+  } kNumbered[] = {
+      {"//processing-instruction()", "1,2,1,"},
+      {"//@*", "1,1,"},
+      {"//text()", "1,2,"},
+      {"//comment()", "1,"},
+      {"//*", "1,1,2,1,1,1,"},
+      {"/", "1,"},
+      {"//namespace::*", ""},
+  };
+  for (const auto& row : kNumbered) {
+    const std::string source =
+        "<a b='1' xmlns:q='u' q:c='2'><?p x?><?p y?>t<?q z?><e/><!--c-->t<e/><e xmlns='v'/><div/>"
+        "<q:\u00e9/></a>";
+    const std::string sheet = RootSheet(std::string("<xsl:for-each select='") + row.nodes +
+                                        "'><xsl:number/>,</xsl:for-each>");
+    if (*row.numbers == '\0') {
+      EXPECT_THAT(this->FailureOfRun(source, sheet), HasSubstr("is not declared"));
+    } else {
+      EXPECT_EQ(this->Run(source, sheet), row.numbers) << row.nodes;
+    }
+  }
   typename TypeParam::Xsl xsl;
   const std::uintptr_t handle = this->Register(
       xsl, Sheet("<xsl:param name='p'/><xsl:template match='/'><xsl:value-of select='$p'/>"
