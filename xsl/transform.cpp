@@ -31,7 +31,9 @@ namespace {
 
 constexpr const char16_t* kTransform = u"CQuenXSLImpl2w::Transform()";
 constexpr const char16_t* kTransformNode = u"CQuenXSLImpl2w::Transform(CQuenXMLNode2w)";
-constexpr const char16_t* kHelper = u"CQuenXSLImpl::TransformHelper()";
+// They differ in the class alone.
+constexpr const char16_t* kHelper = u"CQuenXSLImpl2w::TransformHelper()";
+constexpr const char16_t* kHelperFind = u"CQuenXSLImpl::TransformHelper()";
 
 xercesc::DOMDocument& TreeOf(const CQuenXMLDocument2w& inDocument) {
   return *static_cast<xercesc::DOMDocument*>(inDocument.GetImpl()->GetDOMNode());
@@ -147,7 +149,7 @@ void CQuenXSLImpl2w::Transform(const CQuenXMLNode2w& inSource, std::ostream& out
 
 template <class Opener>
 void CQuenXSLImpl2w::TransformHelper(std::uintptr_t inHandle, Opener&& inOpener) {
-  Guarded<TransformClauses>(kHelper, [&] { inOpener(Find(inHandle, kHelper)); });
+  Guarded<TransformClauses>(kHelper, [&] { inOpener(Find(inHandle, kHelperFind)); });
 }
 
 void CQuenXSLImpl2w::Transform(const wstring& inSource, const wstring& inResult,

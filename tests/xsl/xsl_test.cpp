@@ -202,6 +202,12 @@ TYPED_TEST(XslTest, UnknownHandlesAreRefusedWithTheContextOfTheForm) {
     EXPECT_EQ(this->TextOf(target), "<kept/>");
     EXPECT_EQ(this->folder_.Read("kept.xml"), "kept");
   }
+  // What fails behind the search for the handle names the class otherwise.
+  const char* const failed = "1010 CQuenXSLImpl2w::TransformHelper() ";
+  EXPECT_THAT(FailureOf<Width>([&] { this->Run(other, "<a>", foreign); }), StartsWith(failed));
+  EXPECT_THAT(
+      FailureOf<Width>([&] { other.Transform(Width::Text("/none"), Width::Text(kept), foreign); }),
+      StartsWith(failed));
   other.UnregisterCompiledStyleSheet(foreign);
   EXPECT_EQ(FailureOf<Width>([&] { other.UnregisterCompiledStyleSheet(foreign); }), unregister);
 }
