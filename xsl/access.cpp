@@ -6,6 +6,7 @@
 #include "foundation/failure.h"
 #include "foundation/file_url.h"
 #include "foundation/impl_utils.h"
+#include "xsl/transformer.h"
 
 namespace quen::internal {
 namespace {
@@ -34,11 +35,20 @@ std::optional<xercesc::XMLURL> AbsoluteUrl(const wstring& inLocation) {
   return std::nullopt;
 }
 
+// A path with half a surrogate pair is one that can not be opened, and fails as such.
+string Utf8Path(const wstring& inPath) {
+  try {
+    return gImplUtils.TransCodeToUTF8(inPath);
+  } catch (const CQuenXMLException2w& failure) {
+    throw TransformFailure{failure.GetErrorMessage()};
+  }
+}
+
 }  // namespace
 
 std::optional<string> LocalPath(const wstring& inLocation) {
   const std::optional<xercesc::XMLURL> url = AbsoluteUrl(inLocation);
-  if (!url.has_value()) return gImplUtils.TransCodeToUTF8(inLocation);
+  if (!url.has_value()) return Utf8Path(inLocation);
   const wstring host = OrEmpty(url->getHost());
   const bool isLocal =
       url->getProtocol() == xercesc::XMLURL::File && (host.empty() || host == u"localhost");
@@ -46,8 +56,7 @@ std::optional<string> LocalPath(const wstring& inLocation) {
 }
 
 wstring LocationOf(const wstring& inPath) {
-  return AbsoluteUrl(inPath).has_value() ? inPath
-                                         : FileUrlOfPath(gImplUtils.TransCodeToUTF8(inPath));
+  return AbsoluteUrl(inPath).has_value() ? inPath : FileUrlOfPath(Utf8Path(inPath));
 }
 
 std::unique_ptr<ByteReader> OpenLocal(const wstring& inLocation) {

@@ -18,7 +18,8 @@
 namespace quen::internal {
 
 // The "file:" URL of what an application names, a path or a "file:" URL, so that what a style sheet
-// names resolves against it. Any other URL comes back as it is, for OpenLocal to refuse.
+// names resolves against it. Any other URL comes back as it is, for OpenLocal to refuse. Throws
+// TransformFailure for a path that is no text.
 wstring LocationOf(const wstring& inPath);
 
 // Opens a local file by its "file:" URL or path. Throws InputFailure, also for any other URL.

@@ -734,6 +734,22 @@ TYPED_TEST(XslTest, TextsThatAreNotTheirEncodingAreRefusedAtTheDoor) {
   } else {
     EXPECT_THAT(FailureOf<Width>([&] { xsl.SetStyleSheetParam(u"a", wstring(1, 0xD800)); }),
                 HasSubstr("CQuenXMLImplUtils2w::TransCodeToUTF8()"));
+    // A path that can not be one is as one that is not there.
+    const wstring path(1, 0xD800);
+    const wstring source = Width::Text(this->folder_.Write("source.xml", kSource));
+    const wstring sheet = Width::Text(this->folder_.Write("sheet.xsl", kSheet));
+    const wstring result = Width::Text(this->folder_ / "result.xml");
+    const std::pair<const wstring*, const wstring*> kForms[] = {
+        {&path, &sheet}, {&source, &path}, {&source, &sheet}};
+    for (const auto& [from, by] : kForms) {
+      EXPECT_THAT(FailureOf<Width>([&] {
+                    xsl.Transform(*from, *by, by == &sheet && from == &source ? path : result);
+                  }),
+                  StartsWith("1010 CQuenXSLImpl2w::Transform() "));
+    }
+    std::uintptr_t handle = 0;
+    EXPECT_EQ(FailureOf<Width>([&] { xsl.RegisterCompiledStyleSheet(path, handle); }),
+              "4 CQuenXSLImpl::RegisterCompiledStyleSheet Error compiling style sheet");
   }
 }
 
