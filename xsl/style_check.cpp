@@ -32,10 +32,19 @@ bool IsPatternAttribute(std::u16string_view inElement, std::u16string_view inAtt
   return inElement == u"number" && (inAttribute == u"count" || inAttribute == u"from");
 }
 
+// Whether the keys of an xsl:sort stay numbers.
+bool SortsNumbers(const std::vector<StyleAttribute>& inAttributes) {
+  return std::any_of(inAttributes.begin(), inAttributes.end(), [](const auto& attribute) {
+    return attribute.name == u"data-type" && attribute.value == u"number";
+  });
+}
+
 // An xsl:number writes the number of its value itself where that is not a count.
-Becomes ResultOf(std::u16string_view inElement, std::u16string_view inAttribute) {
-  if (inAttribute == u"select" && (inElement == u"value-of" || inElement == u"sort"))
-    return Becomes::kText;
+Becomes ResultOf(std::u16string_view inElement, std::u16string_view inAttribute,
+                 const std::vector<StyleAttribute>& inAttributes) {
+  if (inAttribute == u"select" && inElement == u"value-of") return Becomes::kText;
+  if (inAttribute == u"select" && inElement == u"sort")
+    return SortsNumbers(inAttributes) ? Becomes::kAnything : Becomes::kText;
   return inElement == u"number" && inAttribute == u"value" ? Becomes::kNumber : Becomes::kAnything;
 }
 
@@ -263,7 +272,7 @@ wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute
     if (!isExpression && value.find(u'{') == value.npos) continue;
     if (!(isExpression ? IsBearable(value) : IsBearableTemplate(value)))
       return u"The expression '" + Shown(value) + u"'" + kNotBearable;
-    value = isExpression ? WithNumbersAsValues(value, ResultOf(local, name))
+    value = isExpression ? WithNumbersAsValues(value, ResultOf(local, name, ioAttributes))
                          : TemplateWithNumbersAsValues(value);
   }
   return {};

@@ -523,6 +523,24 @@ TYPED_TEST(XslTest, TextsThatEvaluateEachOtherEndSomewhere) {
   });
 }
 
+TYPED_TEST(XslTest, NumbersAreSortedAsNumbers) {
+  const auto sorted = [&](const std::string& key, const std::string& numbers) {
+    return this->Run("<a>" + numbers + "</a>",
+                     RootSheet("<xsl:for-each select='a/b'><xsl:sort select='" + key +
+                               "'/><xsl:value-of select='.'/>,</xsl:for-each>"));
+  };
+  const std::string byNumber = "1 div .' data-type='number";
+  EXPECT_EQ(sorted(byNumber, "<b>0</b><b>2</b><b>1</b>"), "2,1,0,");
+  EXPECT_EQ(sorted("-.' data-type='{\"number\"}", "<b>1</b><b>10</b><b>2</b>"), "10,2,1,");
+  EXPECT_EQ(sorted("-.", "<b>1</b><b>10</b><b>2</b>"), "1,10,2,");
+  for (const std::size_t count : {88, 89, 90, 300}) {
+    const std::string number(count, '1');
+    EXPECT_EQ(sorted("-.' data-type='number", "<b>1</b><b>" + number + "</b>"), number + ",1,");
+    EXPECT_EQ(sorted(". * 1' data-type='number", "<b>" + number + "</b><b>1</b>"),
+              "1," + number + ",");
+  }
+}
+
 // A literal is written when the expression is compiled.
 TYPED_TEST(XslTest, LiteralNumbersThatCanNotBeWrittenAreRefused) {
   const std::string dynamic = "xmlns:d='http://exslt.org/dynamic' ";
