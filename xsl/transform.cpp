@@ -35,8 +35,12 @@ constexpr const char16_t* kTransformNode = u"CQuenXSLImpl2w::Transform(CQuenXMLN
 constexpr const char16_t* kHelper = u"CQuenXSLImpl2w::TransformHelper()";
 constexpr const char16_t* kHelperFind = u"CQuenXSLImpl::TransformHelper()";
 
+// A handle that was assigned another node through its base stands on no document.
 xercesc::DOMDocument& TreeOf(const CQuenXMLDocument2w& inDocument) {
-  return *static_cast<xercesc::DOMDocument*>(inDocument.GetImpl()->GetDOMNode());
+  xercesc::DOMNode* const node = inDocument.GetImpl()->GetDOMNode();
+  if (node == nullptr || node->getNodeType() != xercesc::DOMNode::DOCUMENT_NODE)
+    ThrowXMLException2w(u"CQuenXMLDocument2w", kNotInitialized, u"Node was not initialized");
+  return *static_cast<xercesc::DOMDocument*>(node);
 }
 
 // Merges adjacent text nodes in the caller's document, and shows it to the engine.

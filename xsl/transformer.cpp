@@ -30,6 +30,7 @@
 
 #include "dom/selection_limits.h"
 #include "dom/tree_copy.h"
+#include "dom/wrapped_document.h"
 #include "foundation/failure.h"
 #include "xsl/access.h"
 #include "xsl/limits.h"
@@ -77,13 +78,20 @@ class TreeSource : public Source {
       : wrappers_(Memory()),
         support_(wrappers_),
         // Built at once: the engine needs the order of the nodes, and searches for it otherwise.
-        document_(*wrappers_.createDocument(&inDocument, false, true, true)) {}
+        document_(Wrap(inDocument)) {}
   xalanc::XalanDocument& Document() override { return document_; }
   xalanc::DOMSupport& Support() override { return support_; }
 
  private:
+  xalanc::XalanDocument& Wrap(xercesc::DOMDocument& inDocument) {
+    if (inDocument.getDocumentElement() != nullptr)
+      return *wrappers_.createDocument(&inDocument, false, true, true);
+    return rootless_.emplace(inDocument, true);
+  }
+
   xalanc::XercesParserLiaison wrappers_;
   xalanc::XercesDOMSupport support_;
+  std::optional<WrappedDocument> rootless_;
   xalanc::XalanDocument& document_;
 };
 
@@ -188,6 +196,8 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
       return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
                                                          inArguments, inPlace);
     }
+    if (View(inName) == u"node-set" && !inArguments.empty() && IsValue(*inArguments.front()))
+      throw TransformFailure{u"The function node-set takes no text, number or truth value"};
     return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
                                                        inArguments, inPlace);
   }
@@ -205,6 +215,14 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
   }
 
  private:
+  // Of a value the engine makes a text node in a document without an element, and ends the process
+  // when a path from the root of that is asked for.
+  static bool IsValue(const xalanc::XObject& inArgument) {
+    const xalanc::XObject::eObjectType type = inArgument.getType();
+    return type == xalanc::XObject::eTypeString || type == xalanc::XObject::eTypeNumber ||
+           type == xalanc::XObject::eTypeBoolean;
+  }
+
   xalanc::XalanDocument* ReadDocument(MemoryManager& ioManager, const XalanDOMString& inUrl,
                                       const XalanDOMString& inBase) {
     try {

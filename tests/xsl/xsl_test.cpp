@@ -73,6 +73,33 @@ const std::string kSource = "<a><b>1</b><b>2</b></a>";
 const std::string kSheet = RootSheet("<sum><xsl:value-of select='sum(a/b)'/></sum>");
 const std::string kSum = "<sum>3</sum>";
 
+// What has no document element is no reason to end.
+TYPED_TEST(XslTest, SourcesWithoutARoot) {
+  using Width = TypeParam;
+  typename Width::Xsl xsl;
+  const std::uintptr_t handle = this->Register(
+      xsl, RootSheet("<r><xsl:value-of select='count(/)'/>,<xsl:value-of select='count(//a)'/>,"
+                     "<xsl:value-of select='count(/comment())'/></r>"));
+  typename Width::Document empty, commented, result, second;
+  commented.AppendChild(commented.CreateComment(Width::Text("c")));
+  xsl.Transform(empty, result, handle);
+  EXPECT_EQ(this->TextOf(result), "<r>1,0,0</r>");
+  xsl.Transform(commented, second, handle);
+  EXPECT_EQ(this->TextOf(second), "<r>1,0,1</r>");
+  std::ostringstream out;
+  xsl.Transform(static_cast<const typename Width::Node&>(empty), out, handle);
+  EXPECT_EQ(out.str(), "<r>1,0,0</r>");
+  typename Width::Data tree, target;
+  xsl.Transform(std::as_const(tree), target, handle);
+  EXPECT_EQ(this->TextOf(target), "<r>1,0,0</r>");
+
+  typename Width::Document assigned = this->Parsed(kSource);
+  static_cast<typename Width::Node&>(assigned) = commented.GetFirstChild();
+  const char* const expected = "8 CQuenXMLDocument2w Node was not initialized";
+  EXPECT_EQ(FailureOf<Width>([&] { xsl.Transform(assigned, result, handle); }), expected);
+  EXPECT_EQ(FailureOf<Width>([&] { xsl.Transform(commented, assigned, handle); }), expected);
+}
+
 TYPED_TEST(XslTest, AllThirteenFormsGiveTheSameResult) {
   using Width = TypeParam;
   const auto text = [](const std::string& utf8) { return Width::Text(utf8); };
@@ -443,6 +470,10 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
        RootSheet(
            "<xsl:value-of xmlns:d='http://exslt.org/dynamic' select='d:evaluate(string(a))'/>"),
        "nested too deeply"},
+      {"a text for a tree", kSource,
+       RootSheet("<xsl:for-each xmlns:e='http://exslt.org/common' select=\"e:node-set('x')\">"
+                 "<xsl:value-of select='count(/)'/></xsl:for-each>"),
+       "node-set takes no text"},
       {"the same behind an open quote", "<a>'" + std::string(60000, '(') + "</a>",
        RootSheet(
            "<xsl:value-of xmlns:d='http://exslt.org/dynamic' select='d:evaluate(string(a))'/>"),
