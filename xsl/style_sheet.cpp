@@ -6,6 +6,7 @@
 #include <xalanc/XPath/XPathFactoryBlock.hpp>
 #include <xalanc/XSLT/XSLTEngineImpl.hpp>
 #include <xalanc/XSLT/XSLTProcessorEnvSupportDefault.hpp>
+#include <xalanc/XSLT/XSLTProcessorException.hpp>
 #include <xalanc/XalanDOM/XalanDocument.hpp>
 #include <xalanc/XalanSourceTree/XalanSourceTreeDOMSupport.hpp>
 #include <xalanc/XalanTransformer/XalanCompiledStylesheetDefault.hpp>
@@ -115,7 +116,14 @@ StyleSheet::Pointer StyleSheet::NamedBy(Source& inSource) {
   }
   xalanc::XalanDOMString text(Memory());
   xalanc::XalanMessageLoader::getMessage(text, xalanc::XalanMessages::FailedToProcessStylesheet);
-  throw TransformFailure{OrEmpty(text.c_str()) + u" The source names none."};
+  // As the engine's own transformer says it.
+  Problems problems;
+  return problems.Run([&]() -> Pointer {
+    problems.Listener().problem(xalanc::ProblemListener::eXSLTProcessor,
+                                xalanc::ProblemListener::eError, text, nullptr,
+                                &inSource.Document());
+    throw xalanc::XSLTProcessorException(Memory(), text);
+  });
 }
 
 }  // namespace quen::internal
