@@ -118,9 +118,10 @@ class QUENXML2_API CQuenXSL2w {
   void UnregisterCompiledStyleSheet(std::uintptr_t inHandle);
 
   // Sets a parameter of the style sheets of all later transforms; one that declares no such
-  // parameter does not mind. The value is an XPath expression: a text needs quotes of its own, and
-  // a value from a stranger must not be put between quotes without a look at what it holds. A wrong
-  // expression fails the transform.
+  // parameter does not mind. The key is a name, or a name with a prefix that the style sheet
+  // declares; any other key, "{uri}name" too, fails each transform with 1010. The value is an XPath
+  // expression: a text needs quotes of its own, and a value from a stranger must not be put between
+  // quotes without a look at what it holds. A wrong expression fails the transform.
   void SetStyleSheetParam(const wstring& inKey, const wstring& inValue);
 
  private:

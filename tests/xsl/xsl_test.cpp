@@ -316,6 +316,18 @@ TYPED_TEST(XslTest, AParameterIsAnExpression) {
   }
   xsl.SetStyleSheetParam(Width::Text("p"), Width::Text("7"));
   EXPECT_EQ(this->Run(xsl, kSource, handle), "<r>7</r>");
+  const std::string prefixed =
+      "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform' "
+      "xmlns:d='u'><xsl:output method='text'/><xsl:param name='d:p'/>"
+      "<xsl:template match='/'><xsl:value-of select='$d:p'/></xsl:template></xsl:stylesheet>";
+  for (const std::string key : {"d:p", "z:p", "{u}p", ""}) {
+    typename Width::Xsl other;
+    const std::uintptr_t there = this->Register(other, prefixed);
+    other.SetStyleSheetParam(Width::Text(key), Width::Text("7"));
+    std::string result;
+    const std::string failure = FailureOf<Width>([&] { result = this->Run(other, "<a/>", there); });
+    EXPECT_EQ(key == "d:p" ? result : failure.substr(0, 5), key == "d:p" ? "7" : "1010 ") << key;
+  }
 }
 
 TYPED_TEST(XslTest, DocumentsThatAreSourcesAreNormalizedAndNodesAreNot) {
