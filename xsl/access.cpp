@@ -6,7 +6,7 @@
 #include "foundation/failure.h"
 #include "foundation/file_url.h"
 #include "foundation/impl_utils.h"
-#include "xsl/transformer.h"
+#include "xsl/failure.h"
 
 namespace quen::internal {
 namespace {

@@ -9,7 +9,7 @@
 #include <xalanc/PlatformSupport/DOMStringPrintWriter.hpp>
 #include <xalanc/XalanTransformer/XalanTransformerProblemListener.hpp>
 
-#include "xsl/transformer.h"
+#include "xsl/failure.h"
 
 namespace quen::internal {
 

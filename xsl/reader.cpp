@@ -160,7 +160,6 @@ class LimitedParser : private GrammarMemory, public Parser, public xercesc::XMLE
  public:
   // Without a budget the text is the application's own, and reads the local files that it names.
   explicit LimitedParser(const EntityBudget* inEntities)
-
       : Parser(grammars_), limits_(inEntities), readsExternals_(inEntities == nullptr) {
     Parser::setErrorHandler(&errors_);
     Parser::setXMLEntityResolver(this);

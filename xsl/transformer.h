@@ -19,6 +19,7 @@
 #include <xalanc/XalanTransformer/XalanCompiledStylesheet.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "xsl/failure.h"
 #include "xsl/reader.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -26,11 +27,6 @@ class DOMDocument;
 XERCES_CPP_NAMESPACE_END
 
 namespace quen::internal {
-
-// The engine has failed, and says why.
-struct TransformFailure {
-  wstring message;
-};
 
 // A tree that the engine can read, and what belongs to it.
 class Source {
