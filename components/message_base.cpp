@@ -91,7 +91,7 @@ void CQuenMessage::SetMessageAttribute(const string& inGroup, const string& inNa
   SetMessageAttribute(inGroup.empty() ? inName : inGroup + ":" + inName, inValue);
 }
 void CQuenMessage::SetMessageAttribute(const string& inName, const string& inValue) {
-  state_->attributes[inName] = inValue;
+  state_->attributes.insert_or_assign(inName, inValue);
 }
 void CQuenMessage::SetMessagePriority(const std::uint32_t& inPriority) {
   state_->priority = inPriority;
@@ -156,7 +156,7 @@ void CQuenMessagew::SetMessageAttribute(const wstring& inGroup, const wstring& i
   SetMessageAttribute(inGroup.empty() ? inName : inGroup + u":" + inName, inValue);
 }
 void CQuenMessagew::SetMessageAttribute(const wstring& inName, const wstring& inValue) {
-  state_->attributes[inName] = inValue;
+  state_->attributes.insert_or_assign(inName, inValue);
 }
 void CQuenMessagew::SetMessagePriority(const std::uint32_t& inPriority) {
   state_->priority = inPriority;

@@ -35,8 +35,7 @@ CQuenXMLDataImpl2w::~CQuenXMLDataImpl2w() = default;
 
 CQuenXMLDataImpl2w& CQuenXMLDataImpl2w::operator=(const wstring& inXML) {
   document_.LoadXML(inXML);
-  hasRoot_ = 1;
-  CursorToRoot();
+  CursorToNewRoot();
   return *this;
 }
 
@@ -48,10 +47,16 @@ CQuenXMLDataImpl2w& CQuenXMLDataImpl2w::operator=(const CQuenXMLDataImpl2w& inOt
                           u"Error getting RHS Root Element");
     }
     document_ = inOther.document_;
-    hasRoot_ = inOther.hasRoot_;
-    CursorToRoot();
+    CursorToNewRoot();
   });
   return *this;
+}
+
+// A class that replaces CursorToRoot may leave the cursor, which must not stay on what is gone.
+std::int32_t CQuenXMLDataImpl2w::CursorToNewRoot() {
+  hasRoot_ = 1;
+  if (cursor_ != nullptr) *cursor_ = CQuenXMLNode2w(CQuenXMLNodeImpl2w());
+  return CursorToRoot();
 }
 
 void CQuenXMLDataImpl2w::AddRootNode(const wstring& inName) {
@@ -61,8 +66,7 @@ void CQuenXMLDataImpl2w::AddRootNode(const wstring& inName) {
   }
   Guarded<DataClauses>(u"CQuenXMLDataImpl2w::AddRootNode", [&] {
     document_.AppendChild(document_.CreateElement(inName));
-    hasRoot_ = 1;
-    CursorToRoot();
+    CursorToNewRoot();
   });
 }
 

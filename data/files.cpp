@@ -14,8 +14,7 @@ using internal::Guarded;
 
 void CQuenXMLDataImpl2w::ReadFromFile(const wstring& inFile) {
   document_.Load(inFile);
-  hasRoot_ = 1;
-  CursorToRoot();
+  CursorToNewRoot();
 }
 
 void CQuenXMLDataImpl2w::WriteToFile(const string& inFile, std::int32_t inOverwrite) {
@@ -38,8 +37,7 @@ void CQuenXMLDataImpl2w::ReadFromEncryptedFile(const wstring& inFile, const wstr
     return cipher.DecryptFileToBuffer(inFile);
   });
   document_.LoadXML(text);
-  hasRoot_ = 1;
-  CursorToRoot();
+  CursorToNewRoot();
 }
 
 void CQuenXMLDataImpl2w::GetEncryptedSubset(string& outEnciphered, const wstring& inKey,
@@ -70,8 +68,7 @@ void CQuenXMLDataImpl2w::AppendEncryptedSubset(const string& inEnciphered, const
 
 std::int32_t CQuenXMLDataImpl2w::SetDocument(const CQuenXMLDocument2w& inDocument) {
   document_ = inDocument;
-  hasRoot_ = 1;
-  return CursorToRoot();
+  return CursorToNewRoot();
 }
 
 CQuenXMLDocument2w& CQuenXMLDataImpl2w::GetDocument() { return document_; }

@@ -57,8 +57,7 @@ void CQuenXMLDataImpl2w::AppendSubset(const wstring& inXML, const wstring& inPat
     internal::ElementFromXPath(cursor_, inPath).AppendSubset(inXML);
   } else if (hasRoot_ == 0) {
     document_.LoadXML(inXML);
-    hasRoot_ = 1;
-    CursorToRoot();
+    CursorToNewRoot();
   } else {
     RequireCursor(cursor_).AppendSubset(inXML);
   }
@@ -71,8 +70,7 @@ void CQuenXMLDataImpl2w::AppendSubset(const CQuenXMLDataImpl2w& inOther, const w
         .AppendChild(inOther.document_.Impl().GetDocumentElement());
   } else if (hasRoot_ == 0) {
     document_ = inOther.document_;
-    hasRoot_ = 1;
-    CursorToRoot();
+    CursorToNewRoot();
   } else {
     RequireCursor(cursor_).AppendChild(inOther.document_.GetDocumentElement());
   }

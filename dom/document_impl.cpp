@@ -93,11 +93,13 @@ std::unique_ptr<internal::ByteReader> OpenLocation(const wstring& inLocation) {
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w() : CQuenXMLNodeImpl2w(NewDocument()) {}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const CQuenXMLDocumentImpl2w& inOther)
-    : CQuenXMLNodeImpl2w(CloneOf(inOther.node_)),
+    : CQuenXMLNodeImpl2w(),
       schemaLocation_(inOther.schemaLocation_),
       noNamespaceSchemaLocation_(inOther.noNamespaceSchemaLocation_),
       validates_(inOther.validates_),
-      namespaces_(inOther.namespaces_) {}
+      namespaces_(inOther.namespaces_) {
+  node_ = CloneOf(inOther.node_);  // last: nobody would release it
+}
 
 CQuenXMLDocumentImpl2w::CQuenXMLDocumentImpl2w(const DOMDocument* inDocument)
     : CQuenXMLNodeImpl2w(internal::CloneDeep(inDocument)) {}

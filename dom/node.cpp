@@ -26,7 +26,13 @@ void CQuenXMLNode2w::Release() noexcept {
 }
 
 CQuenXMLNode2w& CQuenXMLNode2w::operator=(const CQuenXMLNode2w& inOther) {
-  if (this != &inOther) SetImpl(CQuenXMLNodeImpl2w(inOther.impl_->GetDOMNode()));
+  if (this == &inOther) return *this;
+  xercesc::DOMNode* node = inOther.impl_->GetDOMNode();
+  // A document handle gives up its document, with all its nodes.
+  const bool isDocument = static_cast<const void*>(impl_) != place_;
+  if (isDocument && node != nullptr && internal::DocumentOf(node) == impl_->GetDOMNode())
+    node = nullptr;
+  SetImpl(CQuenXMLNodeImpl2w(node));
   return *this;
 }
 

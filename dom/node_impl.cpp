@@ -167,7 +167,12 @@ void CQuenXMLNodeImpl2w::SetElementValue(const wstring& inValue) {
 void CQuenXMLNodeImpl2w::SetPrefix(const wstring& inPrefix) {
   constexpr const char16_t* kContext = u"CQuenXMLNodeImpl2w::SetPrefix()";
   CheckInitialized(kContext);
-  Guarded<NodeClauses>(kContext, [&] { node_->setPrefix(inPrefix.c_str()); });
+  Guarded<NodeClauses>(kContext, [&] {
+    node_->setPrefix(inPrefix.c_str());
+    // The engine leaves it where its old name was, and finds neither it nor its neighbours then.
+    if (node_->getNodeType() == DOMNode::ATTRIBUTE_NODE)
+      internal::SortRenamed(static_cast<xercesc::DOMAttr*>(node_));
+  });
 }
 
 CQuenXMLNodeImpl2w CQuenXMLNodeImpl2w::InsertBefore(const CQuenXMLNodeImpl2w& inNew,

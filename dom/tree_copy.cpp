@@ -116,11 +116,12 @@ class WithoutDocumentElement {
 DOMNode* CloneDeepDocument(const DOMDocument* inDocument) {
   const WithoutDocumentElement rest(const_cast<DOMDocument*>(inDocument));
   DOMDocument* const clone = static_cast<DOMDocument*>(inDocument->cloneNode(true));
+  DocumentPtr owner(clone);
   DOMNode* before = nullptr;
   for (std::size_t i = rest.Behind(); i > 0; --i)
     before = before == nullptr ? clone->getLastChild() : before->getPreviousSibling();
   clone->insertBefore(ImportWithoutRecursion(clone, rest.Element()), before);
-  return clone;
+  return owner.release();
 }
 
 // The copy of one node, not yet in the tree. `inWithDefaults` is whether attributes come along that

@@ -216,7 +216,6 @@ class RefusalScan {
 };
 
 constexpr char16_t kTooLong[] = u"The expression is too long.";
-constexpr char16_t kNotText[] = u"The expression contains a character U+0000.";
 constexpr char16_t kTooDeep[] = u"The expression is nested too deeply.";
 constexpr char16_t kTooMany[] = u"The expression has too many steps and operators.";
 constexpr char16_t kTreeTooDeep[] = u"The tree is nested too deeply for this expression.";
@@ -314,7 +313,6 @@ const char16_t* RefusalScan::Name() {
 
 const char16_t* RefusalScan::Run() {
   if (text_.size() > kMaxExpressionLength) return kTooLong;
-  if (text_.find(u'\0') != text_.npos) return kNotText;
   while (at_ < text_.size()) {
     Frame& frame = frames_[depth_];
     const char16_t c = text_[at_];
@@ -512,13 +510,9 @@ void StartXPath() {
   [[maybe_unused]] static const auto* const init = new (place) xalanc::XPathInit;
 }
 
-const char16_t* RefusalOf(std::u16string_view inExpression) {
-  return RefusalScan(inExpression).Run();
-}
-
 void SelectWithXalan(DOMNode& inContext, const std::u16string& inExpression, bool inFirstOnly,
                      std::vector<DOMNode*>& outNodes) {
-  if (const char16_t* message = RefusalOf(inExpression)) throw ExpressionRefused{message};
+  if (const char16_t* message = RefusalScan(inExpression).Run()) throw ExpressionRefused{message};
   StartXPath();
 
   MemoryManager& memory = *xercesc::XMLPlatformUtils::fgMemoryManager;

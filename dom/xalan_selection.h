@@ -26,9 +26,6 @@ struct ExpressionRefused {
   const char16_t* message;
 };
 
-// The reason for which an expression is refused unseen, or null.
-const char16_t* RefusalOf(std::u16string_view inExpression);
-
 // Starts the XPath part of Xalan-C, once in the process. The engine counts its starts in a plain
 // number, so every other start of a part of it comes here first.
 void StartXPath();

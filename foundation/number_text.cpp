@@ -70,6 +70,8 @@ bool IsTiny(std::string_view inNumber) {
     if (std::from_chars(digits.data(), digits.data() + digits.size(), exponent).ec != std::errc()) {
       return negative;
     }
+    constexpr long kBeyondAllDigits = 1'000'000'000'000'000'000;
+    exponent = std::min(exponent, kBeyondAllDigits);
     if (negative) exponent = -exponent;
     inNumber = inNumber.substr(0, e);
   }

@@ -4,6 +4,7 @@
 #include <cxxabi.h>
 
 #include <algorithm>
+#include <limits>
 #include <mutex>
 #include <string_view>
 #include <vector>
@@ -65,8 +66,9 @@ void CQuenXMLErrHandlerw::Record(const internal::InputFailure& inFailure) {
 void CQuenXMLErrHandlerw::Store(std::size_t inLine, std::size_t inColumn,
                                 const char16_t* inMessage) {
   hasError_ = 1;
-  line_ = static_cast<std::int32_t>(inLine);
-  column_ = static_cast<std::int32_t>(inColumn);
+  constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+  line_ = static_cast<std::int32_t>(std::min(inLine, kMost));
+  column_ = static_cast<std::int32_t>(std::min(inColumn, kMost));
   const std::u16string_view message(inMessage != nullptr ? inMessage : u"");
   const std::size_t length = std::min(message.size(), kMessageUnits);
   std::copy_n(message.data(), length, message_.get());

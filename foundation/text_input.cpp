@@ -49,9 +49,9 @@ class FileReader : public ByteReader {
     struct stat status;
     const bool known = ::fstat(descriptor_, &status) == 0;
     if (!known || !S_ISREG(status.st_mode)) {
-      const std::string reason = known ? "Not a regular file" : std::strerror(errno);
+      const int error = errno;
       ::close(descriptor_);
-      ThrowNotOpened(shownPath_, reason);
+      ThrowNotOpened(shownPath_, known ? "Not a regular file" : std::strerror(error));
     }
   }
   ~FileReader() override { ::close(descriptor_); }

@@ -8,6 +8,7 @@
 #include <xercesc/dom/impl/DOMElementImpl.hpp>
 #include <xercesc/dom/impl/DOMNodeVector.hpp>
 #include <xercesc/dom/impl/DOMTextImpl.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 namespace quen::internal {
 namespace {
@@ -101,6 +102,21 @@ const char16_t* ValueOf(const xercesc::DOMAttr* inAttribute) {
       LinksIn<xercesc::DOMTextImpl>(const_cast<DOMNode*>(text)).siblings.nextSibling == nullptr;
   return isWhole ? static_cast<const xercesc::DOMTextImpl*>(text)->getData()
                  : inAttribute->getValue();
+}
+
+void SortRenamed(xercesc::DOMAttr* ioAttribute) {
+  xercesc::DOMElement* const owner = ioAttribute->getOwnerElement();
+  if (owner == nullptr) return;
+  xercesc::DOMNodeVector* const all =
+      MapContents::Of(static_cast<DOMElementImpl*>(owner)->fAttributes);
+  XMLSize_t at = 0;
+  while (all->elementAt(at) != ioAttribute) ++at;
+  all->removeElementAt(at);
+  at = 0;
+  while (at < all->size() && xercesc::XMLString::compareString(all->elementAt(at)->getNodeName(),
+                                                               ioAttribute->getName()) < 0)
+    ++at;
+  all->insertElementAt(ioAttribute, at);
 }
 
 void SetNewAttribute(xercesc::DOMAttr* ioAttribute, const char16_t* inValue, bool inIsSpecified) {

@@ -24,6 +24,9 @@ void LinkNew(xercesc::DOMElement* ioParent, xercesc::DOMNode* inNew);
 xercesc::DOMNode* ParentOf(const xercesc::DOMNode* inNode);
 const char16_t* ValueOf(const xercesc::DOMAttr* inAttribute);
 
+// Puts an attribute whose name has changed where its element looks for that name.
+void SortRenamed(xercesc::DOMAttr* ioAttribute);
+
 // Gives an attribute that was just made its value.
 void SetNewAttribute(xercesc::DOMAttr* ioAttribute, const char16_t* inValue, bool inIsSpecified);
 

@@ -15,6 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   std::u16string expression = tests::RandomExpression(choices).Make();
   if (isText)
     expression = tests::Wide({reinterpret_cast<const char*>(bytes), size}).substr(size / 2);
+  expression = expression.c_str();  // a path ends at its first zero unit
   tests::Nodes direct;
   tests::Nodes engine;
   if (internal::SelectDirectly(*document->getDocumentElement(), expression, false, direct) ==

@@ -78,7 +78,10 @@ std::size_t EndOfStep(std::u16string_view inSteps) {
   return std::min(inSteps.find(u'/', 1), inSteps.size());
 }
 
+// No more of them than a path may have for the evaluator, since each takes some stack.
 bool ArePlain(std::u16string_view inSteps) {
+  constexpr std::size_t kMostSteps = 64;
+  if (std::count(inSteps.begin(), inSteps.end(), u'/') > std::ptrdiff_t{kMostSteps}) return false;
   while (!inSteps.empty()) {
     const std::size_t end = EndOfStep(inSteps);
     if (!PlainStepOf(inSteps.substr(1, end - 1))) return false;

@@ -70,7 +70,9 @@ void CQuenXMLMsgImpl2::SetMessageContents(const CQuenXMLDocument2w& inDocument) 
 
 void CQuenXMLMsgImpl2::SetMessageContents(const CQuenXMLData2w& inData) {
   CQuenXMLDocument2w handle = inData.GetDocument();
-  // Nobody else has this document, so that it becomes the message's own.
+  // Nobody else has this document, so that it becomes the message's own. A derived tree may give a
+  // handle without a document; this tells.
+  handle.Impl();
   DocumentOwner document(
       static_cast<CQuenXMLDocumentImpl2w*>(std::exchange(handle.impl_, nullptr)));
   if (!internal::IsEnvelope(*document)) document = internal::EnvelopeAround(std::move(document));

@@ -97,7 +97,8 @@ bool HasClass(const CQuenXMLNode2w& inTwin) {
 // A null handle holds no state but that it is null, so that all threads may share it.
 template <class WideClass>
 WideClass& NullTwin() {
-  static WideClass null{CQuenXMLDocument2w()};  // of no other kind than a document
+  // Of no other kind than a document; never destroyed, since static objects may hold trees.
+  static WideClass& null = *new WideClass(CQuenXMLDocument2w());
   return null;
 }
 

@@ -66,10 +66,11 @@ xercesc::InputSource* ReadWholeFile(const wstring& inLocation) {
   } catch (InputFailure& failure) {
     throw ParseStop{std::move(failure)};
   }
-  auto* const bytes = new XMLByte[units.size() + 1];
-  std::copy(units.begin(), units.end(), bytes);
-  auto source =
-      std::make_unique<xercesc::MemBufInputSource>(bytes, units.size(), inLocation.c_str(), true);
+  std::unique_ptr<XMLByte[]> bytes(new XMLByte[units.size() + 1]);
+  std::copy(units.begin(), units.end(), bytes.get());
+  auto source = std::make_unique<xercesc::MemBufInputSource>(bytes.get(), units.size(),
+                                                             inLocation.c_str(), true);
+  bytes.release();
   source->setEncoding(u"UTF-16");
   return source.release();
 }

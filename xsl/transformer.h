@@ -69,7 +69,7 @@ class Transformer {
   Transformer& operator=(const Transformer&) = delete;
 
   void SetParam(const wstring& inName, const wstring& inExpression) {
-    params_[inName] = inExpression;
+    params_.insert_or_assign(inName, inExpression);
   }
   // Throws TransformFailure, and whatever the target throws.
   void Run(Source& inSource, const StyleSheet& inStyleSheet,

@@ -217,7 +217,8 @@ class QUENXML2_API CQuenXMLData2w {
   virtual void ReadFromFile(const wstring& inFile);
   // Writes the whole document in UTF-8 behind "<?xml version='1.0' encoding='utf-8'?>". The file
   // name becomes UTF-8. Throws 1015 if the file exists and `inOverwrite` is 0, 1016 if it cannot be
-  // opened or written.
+  // opened or written. Where the tree cannot be written it throws what GetSubset throws; the file
+  // is there then, with the declaration alone, and what it held before is lost.
   virtual void WriteToFile(const wstring& inFile, std::int32_t inOverwrite);
   // Makes the elements that a creation path names and the tree lacks, with their attributes:
   //   /name/name[attribute='value'][attribute='value']/name
@@ -394,7 +395,8 @@ class QUENXML2_API CQuenXMLDataImpl2w {
   virtual void RemoveCDATA(const wstring& inPath);
   virtual CQuenXMLDataImpl2w& CreateNodes(wstring inPath);
   virtual std::int32_t SetDocument(const CQuenXMLDocument2w& inDocument);
-  // The document itself, which lives as long as this object.
+  // The document itself, which lives as long as this object. Whoever loads or assigns it calls
+  // CursorToRoot next: the cursor stands on what it held before.
   virtual CQuenXMLDocument2w& GetDocument();
   virtual void AddChildNodeNS(const wstring& inName, const wstring& inNamespaceURI,
                               const wstring& inPath);
@@ -435,6 +437,7 @@ class QUENXML2_API CQuenXMLDataImpl2w {
  private:
   using Step = CQuenXMLNodeImpl2w (CQuenXMLNodeImpl2w::*)() const;
   std::int32_t MoveCursor(Step inStart, Step inStep);
+  std::int32_t CursorToNewRoot();
   void AddLeaf(const CQuenXMLNode2w& inLeaf, const wstring& inPath, const char16_t* inContext);
 
   CQuenXMLDocument2w document_;

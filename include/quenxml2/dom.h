@@ -148,7 +148,7 @@ class QUENXML2_API CQuenXMLNode2w {
 
   // To the node of `inOther`. A handle of a derived class can be given a node of another kind by
   // its base: the operations of its own class throw 8 then, and those of a document handle do so
-  // for any node, since it owns none any more.
+  // for any node, since it owns none any more. One of its own nodes makes it a null handle.
   CQuenXMLNode2w& operator=(const CQuenXMLNode2w& inOther);
 
   // Whether both are handles on one node, whatever the classes of the handles.
@@ -486,7 +486,9 @@ class QUENXML2_API CQuenXMLDocument2w : public CQuenXMLNode2w {
   virtual void Validate() const;
   // Writes the 38 bytes "<?xml version='1.0' encoding='utf-8'?>" and the document in UTF-8.
   // `inPath` is handed to the system as it is. Throws 1015 if the file exists and `inOverwrite` is
-  // 0, 1016 if it cannot be opened or written.
+  // 0, 1016 if it cannot be opened or written. Where the document cannot be written it throws what
+  // GetUTF8Subset throws; the file is there then, with the 38 bytes alone, and what it held before
+  // is lost.
   virtual void WriteToFile(const string& inPath, std::int32_t inOverwrite) const;
   // Merges adjacent text nodes, and removes text that is only white space from all elements.
   virtual void Normalize();

@@ -186,6 +186,22 @@ TEST(Derived, LoadsGoToTheRoot) {
   EXPECT_EQ(other.log_, "CursorToRoot;CursorToRoot;");
 }
 
+// Nor may the cursor stay on a tree that is gone.
+TEST(Derived, ACursorOfAnOldTreeIsNotKept) {
+  const std::function<void(Traced&)> kReplacements[] = {
+      [](Traced& t) { t = wstring(u"<new/>"); },
+      [](Traced& t) { t.CQuenXMLDataImpl2w::operator=(CQuenXMLDataImpl2w(u"<new/>")); },
+      [](Traced& t) { t.SetDocument(CQuenXMLDataImpl2w(u"<new/>").GetDocument()); },
+  };
+  for (const auto& replace : kReplacements) {
+    Traced tree(u"<old><b/></old>");
+    tree.hasCursor_ = false;
+    replace(tree);
+    EXPECT_EQ(All(tree), "<new/>");
+    EXPECT_EQ(FailureAt<WideTypes>([&] { tree.GetNodeAtCursor(); }).substr(0, 2), "8 ");
+  }
+}
+
 // A class may refuse to put the cursor on the root: then there is a root and no cursor.
 TEST(Derived, AnAbsentCursorIsNeverTouched) {
   Traced tree;

@@ -419,5 +419,18 @@ TEST(Node, SelectsInADocumentWithoutARoot) {
   EXPECT_EQ(FailureOf([&] { empty.SelectNodes(u"count(/)"); }).substr(0, 5), "1010 ");
 }
 
+TEST(Node, AnAttributeIsFoundByItsNewPrefix) {
+  Document document = Parse("<e xmlns:p='u' xmlns:z='u' a='1' p:m='2' x='3' y='4'/>");
+  Element element = document.GetDocumentElement();
+  element.SelectSingleNode(u"@p:m").SetPrefix(u"z");
+  EXPECT_EQ(element.GetAttribute(u"z:m"), u"2");
+  element.SetAttribute(u"z:m", u"9");
+  element.RemoveAttribute(u"x");
+  Document copy = document;
+  copy.GetDocumentElement().SetAttribute(u"z:m", u"8");
+  EXPECT_EQ(Utf8(document.GetSubset()), R"(<e a="1" xmlns:p="u" xmlns:z="u" y="4" z:m="9"/>)");
+  EXPECT_EQ(Utf8(copy.GetSubset()), R"(<e a="1" xmlns:p="u" xmlns:z="u" y="4" z:m="8"/>)");
+}
+
 }  // namespace
 }  // namespace quen::test

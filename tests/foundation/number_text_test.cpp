@@ -114,6 +114,8 @@ TEST(NumberText, Reads) {
       {"underflow without exponent", kDouble, "0." + manyZeros + "1", "0"},
       {"an exponent beyond counting", kDouble, "1e99999999999999999999", "none"},
       {"one below", kDouble, "1e-99999999999999999999", "0"},
+      {"the largest counted", kDouble, "1e9223372036854775807", "none"},
+      {"the smallest", kDouble, "0.001e-9223372036854775807", "0"},
       {"zero with a large exponent", kDouble, "0e99999", "0"},
       {"small denominators are lost", kDouble, "1e-51", "0"},
       {"the fiftieth decimal stays", kDouble, "1e-50", "1e-50"},

@@ -153,6 +153,12 @@ TEST_P(AllocationFailure, LeavesObjectsUsableAndNothingBehind) {
          CQuenXMLData2w copy(o.tree);
        },
        true},
+      {"copy a document with schemas",
+       [](Objects& o) {
+         o.document.SetExternalSchemaLocation(u"urn:of-some-length /and/a/longer/place.xsd");
+         CQuenXMLDocument2w copy(o.document);
+       },
+       true},
       {"assign a tree", [](Objects& o) { o.tree = CQuenXMLData2w(o.tree); }, true},
       {"read by path",
        [](Objects& o) {

@@ -8,6 +8,7 @@
 #include <random>
 
 #include "tests/message/message_script.h"
+#include "tests/support/small_stack.h"
 
 namespace quen::test {
 namespace {
@@ -499,6 +500,37 @@ TYPED_TEST(Message, AWrongNameIsToldOfInAnEmptyMessage) {
     EXPECT_EQ(outcome[1].find("<p:A"), std::string::npos);
     EXPECT_EQ(outcome[2], "src=b header");
   }
+}
+
+TEST(WideMessage, ALongHeaderNameTakesNoStack) {
+  wstring name = u"a";
+  CQuenXMLDocument2w header;
+  CQuenXMLElement2w last = header.CreateElement(u"a");
+  header.AppendChild(last);
+  for (int depth = 1; depth < 20000; ++depth) {
+    last = last.AddChildNode(u"a");
+    name += u"/a";
+  }
+  CQuenXMLMsg2w message;
+  message.SetCustomHeader(header);
+  OnSmallStack([&] {
+    CQuenXMLDocument2w found;
+    EXPECT_EQ(FailureAt<WideTypes>([&] { message.GetCustomHeader(name, found); }).substr(0, 5),
+              "1010 ");
+  });
+}
+
+TEST(WideMessage, ATreeMayGiveNoDocument) {
+  struct Odd : CQuenXMLData2w {
+    CQuenXMLDocument2w GetDocument() const override {
+      CQuenXMLDocument2w document(CQuenXMLData2w(u"<a/>").GetDocument());
+      static_cast<CQuenXMLNode2w&>(document) = document.GetDocumentElement();
+      return document;
+    }
+  };
+  CQuenXMLMsg2w message(wstring(u"<kept/>"));
+  EXPECT_EQ(FailureAt<WideTypes>([&] { message.SetMessageContents(Odd()); }).substr(0, 2), "8 ");
+  EXPECT_EQ(message.GetMessageName(), u"kept");
 }
 
 TYPED_TEST(Message, ADetailThatIsNotWellFormedLeavesItsFault) {

@@ -170,6 +170,9 @@ TYPED_TEST(AssignedThroughItsBase, AnotherKindOfNode) {
   EXPECT_EQ(failure([&] { typename W::Document{other}; }), kExpected);
   EXPECT_EQ(W::Utf8(other.GetName()), "r");
   other = document;
+  static_cast<Node&>(other) = other.GetDocumentElement();  // which goes with the document
+  EXPECT_TRUE(other == kNull);
+  other = document;
   EXPECT_EQ(W::Utf8(other.GetDocumentElement().GetName()), "r");
 }
 
