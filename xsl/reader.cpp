@@ -80,12 +80,13 @@ wstring LocationOfResource(const XMLResourceIdentifier& inResource) {
   return ResolveLocation(OrEmpty(inResource.getSystemId()), OrEmpty(inResource.getBaseURI()));
 }
 
-// The engine's own content handler, with text in one piece: it copies all the text before a piece
-// that does not fit, so that a million of them took minutes.
+// The engine's own content handler, with text in one piece. Its own way to that is off: it copies
+// all the text before a piece that does not fit, so that a million of them took minutes.
 class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
  public:
   explicit SourceBuilder(xalanc::XalanSourceTreeDocument& outDocument)
-      : XalanSourceTreeContentHandler(*xercesc::XMLPlatformUtils::fgMemoryManager, &outDocument) {}
+      : XalanSourceTreeContentHandler(*xercesc::XMLPlatformUtils::fgMemoryManager, &outDocument,
+                                      false) {}
   // The parser says where it stands only to its handler.
   void TellPlaceTo(ParserLimits& outLimits) { limits_ = &outLimits; }
   void setDocumentLocator(const xercesc::Locator* const inLocator) override {
@@ -420,7 +421,9 @@ StyleTreeInput::StyleTreeInput(const xercesc::DOMDocument& inTree)
   setStream(&noText_);
 }
 
-Liaison::Liaison() : XalanSourceTreeParserLiaison(*xercesc::XMLPlatformUtils::fgMemoryManager) {}
+Liaison::Liaison() : XalanSourceTreeParserLiaison(*xercesc::XMLPlatformUtils::fgMemoryManager) {
+  setPoolAllText(false);  // looking for equal texts costs more than it saves
+}
 Liaison::~Liaison() = default;
 
 xalanc::XalanSourceTreeDocument& Liaison::ParseSource(TextInput& ioInput) {
