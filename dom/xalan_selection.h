@@ -11,7 +11,6 @@
 #define QUENXML2_DOM_XALAN_SELECTION_H_
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <xercesc/dom/DOMNode.hpp>

@@ -515,7 +515,7 @@ TYPED_TEST(XslTest, NumbersThatCanNotBeWrittenFail) {
   };
   for (const std::string& sheet : sheets) {
     for (const char* const sign : {"", "-"}) {
-      for (const std::size_t count : {88, 89, 90, 200}) {
+      for (const std::size_t count : {88U, 89U, 90U, 200U}) {
         const std::string source = "<a>" + (sign + std::string(count, '1')) + "</a>";
         if (count <= 88) {
           EXPECT_NE(this->Run(source, sheet), "") << sheet;
@@ -576,7 +576,7 @@ TYPED_TEST(XslTest, NumbersAreSortedAsNumbers) {
   EXPECT_EQ(sorted(byNumber, "<b>0</b><b>2</b><b>1</b>"), "2,1,0,");
   EXPECT_EQ(sorted("-.' data-type='{\"number\"}", "<b>1</b><b>10</b><b>2</b>"), "10,2,1,");
   EXPECT_EQ(sorted("-.", "<b>1</b><b>10</b><b>2</b>"), "1,10,2,");
-  for (const std::size_t count : {88, 89, 90, 300}) {
+  for (const std::size_t count : {88U, 89U, 90U, 300U}) {
     const std::string number(count, '1');
     EXPECT_EQ(sorted("-.' data-type='number", "<b>1</b><b>" + number + "</b>"), number + ",1,");
     EXPECT_EQ(sorted(". * 1' data-type='number", "<b>" + number + "</b><b>1</b>"),
@@ -587,7 +587,7 @@ TYPED_TEST(XslTest, NumbersAreSortedAsNumbers) {
 // A literal is written when the expression is compiled.
 TYPED_TEST(XslTest, LiteralNumbersThatCanNotBeWrittenAreRefused) {
   const std::string dynamic = "xmlns:d='http://exslt.org/dynamic' ";
-  for (const std::size_t count : {88, 89, 90, 200}) {
+  for (const std::size_t count : {88U, 89U, 90U, 200U}) {
     const std::string n(count, '1');
     const std::string source = "<a>" + n + "</a>";
     const std::string sheets[] = {
@@ -802,12 +802,11 @@ TYPED_TEST(XslTest, TextsThatAreNotTheirEncodingAreRefusedAtTheDoor) {
     const wstring source = Width::Text(this->folder_.Write("source.xml", kSource));
     const wstring sheet = Width::Text(this->folder_.Write("sheet.xsl", kSheet));
     const wstring result = Width::Text(this->folder_ / "result.xml");
-    const std::pair<const wstring*, const wstring*> kForms[] = {
-        {&path, &sheet}, {&source, &path}, {&source, &sheet}};
-    for (const auto& [from, by] : kForms) {
-      EXPECT_THAT(FailureOf<Width>([&] {
-                    xsl.Transform(*from, *by, by == &sheet && from == &source ? path : result);
-                  }),
+    const struct {
+      const wstring &from, &by, &to;
+    } kForms[] = {{path, sheet, result}, {source, path, result}, {source, sheet, path}};
+    for (const auto& form : kForms) {
+      EXPECT_THAT(FailureOf<Width>([&] { xsl.Transform(form.from, form.by, form.to); }),
                   StartsWith("1010 CQuenXSLImpl2w::Transform() "));
     }
     std::uintptr_t handle = 0;
