@@ -290,6 +290,7 @@ bool Evaluator::VisitDescendants(DOMNode* origin, bool withOrigin, Visitor&& vis
     if (IsForeign(start.type)) return Decline();
     if (!visit(origin, start.type)) return false;
   }
+  PrefetchWalk ahead;
   InlineVector<DOMNode*, 32> rest;  // where to go on when a subtree has ended
   for (DOMNode* node = start.child;;) {
     if (node == nullptr) {
@@ -298,7 +299,7 @@ bool Evaluator::VisitDescendants(DOMNode* origin, bool withOrigin, Visitor&& vis
       rest.pop_back();
       continue;
     }
-    PrefetchBehind(node);
+    ahead.Pass(node);
     const NodeFacts facts = FactsOf(node);
     if (IsForeign(facts.type)) return Decline();
     if (!visit(node, facts.type)) return false;
@@ -417,6 +418,7 @@ bool Evaluator::IsExhausted(const Step& step, const Counters& counters) {
 bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& sink) {
   Counters none;
   std::uint32_t untilAsked = kLongWalk;
+  PrefetchWalk ahead;
   InlineVector<DOMNode*, 32> rest;
   for (DOMNode* node = FactsOf(origin).child;;) {
     if (node == nullptr) {
@@ -425,7 +427,7 @@ bool Evaluator::EnumerateDescendantsByName(Step& step, DOMNode* origin, Sink& si
       rest.pop_back();
     }
     if (--untilAsked == 0 && !MayExist(step)) return true;
-    PrefetchBehind(node);
+    ahead.Pass(node);
     DOMNode* next = nullptr;
     DOMNode* child = nullptr;
     if (const xercesc::DOMElementImpl* const element = AsElement(node)) {
@@ -591,6 +593,7 @@ bool Evaluator::WalkChildren(const PathSet& set, std::uint64_t start, DOMNode* o
   if (IsForeign(origin->getNodeType())) return Decline();
   const auto firstBit = static_cast<unsigned>(__builtin_ctzll(start));
   const auto lastBit = static_cast<unsigned>(__builtin_ctzll(set.last));
+  PrefetchWalk ahead;
   InlineVector<Level, 6> levels;
   const auto enter = [&](DOMNode* node, DOMNode* child) {
     Level& level = *levels.Extend(1);
@@ -604,8 +607,10 @@ bool Evaluator::WalkChildren(const PathSet& set, std::uint64_t start, DOMNode* o
     Level& level = levels.back();
     const auto bit = firstBit + static_cast<unsigned>(levels.size()) - 1;
     Step& step = program_.steps[program_.walkSteps[set.steps + bit]];
-    DOMNode* const node = SkipToMatch(step, level.next, level.counters, level.next,
-                                      [&](DOMNode* each) { level.row.Pass(each); });
+    DOMNode* const node =
+        SkipToMatch(step, level.next, level.counters, level.next, [&](DOMNode* each) {
+          if (!level.row.Pass(each)) ahead.PassFar(each);
+        });
     if (node == nullptr) {
       if (declined_) return false;
       levels.pop_back();
@@ -644,6 +649,7 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
   }
   // A walk that has become long asks whether it can find anything.
   std::uint32_t untilAsked = kLongWalk;
+  PrefetchWalk ahead;
   InlineVector<Level, 16> levels;
   // Counters of the child steps with positions, one row of them for each level.
   InlineVector<Counters, 4> counters;
@@ -721,7 +727,7 @@ bool Evaluator::Walk(const PathSet& set, std::uint64_t start, DOMNode* origin, S
       continue;
     }
     if (--untilAsked == 0 && !MayExist(set)) return true;
-    PrefetchBehind(node);
+    ahead.Pass(node);
     const NodeFacts facts = FactsOf(node);
     level.node = facts.next;
     const int type = facts.type;
