@@ -7,6 +7,7 @@
 
 #include "dom/clauses.h"
 #include "dom/tree_copy.h"
+#include "foundation/document_memory.h"
 #include "foundation/failure.h"
 #include "foundation/file_url.h"
 #include "foundation/impl_utils.h"
@@ -35,8 +36,8 @@ constexpr const char16_t* kConstruct = u"CQuenXMLDocumentImpl2w::CQuenXMLDocumen
 
 DOMDocument* NewDocument() {
   return Guarded<NodeClauses>(kConstruct, [] {
-    return xercesc::DOMImplementation::getImplementation()->createDocument(nullptr, nullptr,
-                                                                           nullptr);
+    return xercesc::DOMImplementation::getImplementation()->createDocument(
+        nullptr, nullptr, nullptr, &internal::MemoryOfDocuments());
   });
 }
 

@@ -11,6 +11,7 @@
 #include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include "foundation/document_memory.h"
 #include "foundation/failure.h"
 #include "foundation/utf.h"
 
@@ -79,7 +80,9 @@ __attribute__((init_priority(101))) CQuenXMLImplUtils2w gImplUtils;
 CQuenXMLImplUtils2w::CQuenXMLImplUtils2w() {
   Guarded<StartClauses>(u"CQuenXMLImplUtils2w::CQuenXMLImplUtils2w()", [] {
     std::call_once(xercesStarted, [] {
-      xercesc::XMLPlatformUtils::Initialize(xercesc::XMLUni::fgXercescDefaultLocale);
+      xercesc::XMLPlatformUtils::Initialize(internal::kFirstBlock, internal::kHugePage,
+                                            internal::kLargestPart,
+                                            xercesc::XMLUni::fgXercescDefaultLocale);
       WarmUpDom();
     });
   });

@@ -25,6 +25,7 @@
 #include <xercesc/validators/DTD/DTDElementDecl.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
+#include "foundation/document_memory.h"
 #include "foundation/entity_budget.h"
 #include "foundation/failure.h"
 #include "foundation/grammar_memory.h"
@@ -105,7 +106,7 @@ class GuardedParser : private GrammarMemory,
                       public xercesc::XMLEntityResolver {
  public:
   explicit GuardedParser(const ParseSettings& inSettings)
-      : XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, &grammars_),
+      : XercesDOMParser(nullptr, &MemoryOfDocuments(), &grammars_),
         isPlain_(AreOrdinary(inSettings)) {
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);

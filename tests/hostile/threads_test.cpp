@@ -36,6 +36,11 @@ void UseEverything(int inFirst, const std::string& inSchema) {
     narrow.GetSubset(text, "/");
     EXPECT_EQ(text, "<a>4</a>");
     EXPECT_THROW(narrow.AppendSubset("<b", "/a"), CQuenXMLException2);
+    CQuenXMLData2w large(u"<a/>");
+    for (int i = 0; i < 1200; ++i) large.AddChildNode(u"b", u"");
+    std::uint32_t children = 0;
+    CQuenXMLData2w(large).GetNumChildren(children, u"/a");
+    EXPECT_EQ(children, 1200U);
   };
   const auto nodes = [] {
     CQuenXMLDocument2w document;
