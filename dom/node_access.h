@@ -52,9 +52,8 @@ class NamespaceOf : private xercesc::DOMElementNSImpl {
 };
 
 // Whether a document may have an element or attribute of that name or local name, or that
-// namespace. The DOM keeps the qualified names and namespaces of a document in a table. All of it
-// is looked through: local names may stand at the end of qualified ones, and Xerces-C 3.2 puts some
-// entries into other rows of the table than their hash says.
+// namespace. The DOM keeps all of them in a table of the document. All of that is looked through:
+// Xerces-C 3.2 puts some entries into other rows than their hash says.
 class NamesOf : private xercesc::DOMDocumentImpl {
  public:
   static bool MayHave(const xercesc::DOMNode& document, std::u16string_view text) {
@@ -64,10 +63,7 @@ class NamesOf : private xercesc::DOMDocumentImpl {
     const XMLSize_t count = names.*(&NamesOf::fNameTableSize);
     for (XMLSize_t row = 0; row != count; ++row) {
       for (auto entry = rows[row]; entry != nullptr; entry = entry->fNext) {
-        const std::u16string_view name(entry->fString, entry->fLength);
-        if (name.size() < text.size()) continue;
-        const std::size_t rest = name.size() - text.size();
-        if (name.substr(rest) == text && (rest == 0 || name[rest - 1] == u':')) return true;
+        if (std::u16string_view(entry->fString, entry->fLength) == text) return true;
       }
     }
     return false;
