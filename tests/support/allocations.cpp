@@ -7,6 +7,9 @@
 #include <cstdlib>
 #include <new>
 
+#include <xercesc/internal/MemoryManagerImpl.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
 namespace quen::test {
 namespace {
 
@@ -51,6 +54,10 @@ void Free(void* inBlock) {
   --gBlocks;
   std::free(inBlock);
 }
+
+// The same as the engine's own, but an application's: documents use no blocks from the system then.
+class CountedMemory : public xercesc::MemoryManagerImpl {};
+const bool kIsCounted = (xercesc::XMLPlatformUtils::fgMemoryManager = new CountedMemory, true);
 
 }  // namespace
 
