@@ -4,6 +4,8 @@
 #include <algorithm>
 
 #include "dom/clauses.h"
+#include "dom/handle_impl.h"
+#include "dom/node_access.h"
 #include "foundation/failure.h"
 
 namespace quen {
@@ -16,9 +18,12 @@ namespace {
 
 std::int32_t CountChildElements(const DOMNode* inParent) {
   std::int32_t count = 0;
-  for (const DOMNode* child = inParent->getFirstChild(); child != nullptr;
-       child = child->getNextSibling()) {
-    if (child->getNodeType() == DOMNode::ELEMENT_NODE) ++count;
+  internal::PrefetchRow row;
+  for (DOMNode* child = inParent->getFirstChild(); child != nullptr;) {
+    row.Pass(child);
+    const internal::NodeFacts facts = internal::FactsOf(child);
+    if (facts.type == DOMNode::ELEMENT_NODE) ++count;
+    child = facts.next;
   }
   return count;
 }
@@ -88,8 +93,12 @@ CQuenXMLElement2w& element_iteratorImpl2w::operator*() {
     ThrowXMLException2w(u"element_iteratorImpl2w::operator*()", kOutOfRange,
                         internal::IndexMessage(index_));
   }
-  if (!dereferenced_.has_value() || dereferenced_->GetImpl()->GetDOMNode() != current_)
-    dereferenced_.emplace(CQuenXMLElement2w(CQuenXMLElementImpl2w(current_)));
+  const CQuenXMLElementImpl2w element(current_);
+  if (!dereferenced_.has_value()) {
+    dereferenced_.emplace(CQuenXMLElement2w(element));
+  } else if (dereferenced_->GetImpl()->GetDOMNode() != current_) {
+    dereferenced_->SetImpl(element);
+  }
   return *dereferenced_;
 }
 

@@ -4,6 +4,7 @@
 #include "dom/clauses.h"
 #include "dom/document_impl.h"
 #include "dom/location_path.h"
+#include "dom/node_access.h"
 #include "dom/tree_copy.h"
 #include "dom/xalan_selection.h"
 #include "foundation/failure.h"
@@ -298,8 +299,11 @@ DOMNode* LocalNode(const DOMNode* inTarget, DOMNode* inNew) {
 namespace {
 
 xercesc::DOMElement* SkipForward(DOMNode* inNode) {
-  while (inNode != nullptr && inNode->getNodeType() != DOMNode::ELEMENT_NODE)
-    inNode = inNode->getNextSibling();
+  while (inNode != nullptr) {
+    const NodeFacts facts = FactsOf(inNode);
+    if (facts.type == DOMNode::ELEMENT_NODE) break;
+    inNode = facts.next;
+  }
   return static_cast<xercesc::DOMElement*>(inNode);
 }
 
@@ -317,8 +321,8 @@ xercesc::DOMElement* FirstChildElement(const DOMNode* inParent) {
 xercesc::DOMElement* LastChildElement(const DOMNode* inParent) {
   return SkipBackward(inParent->getLastChild());
 }
-xercesc::DOMElement* NextSiblingElement(const DOMNode* inNode) {
-  return SkipForward(inNode->getNextSibling());
+xercesc::DOMElement* NextSiblingElement(DOMNode* inNode) {
+  return SkipForward(FactsOf(inNode).next);
 }
 xercesc::DOMElement* PreviousSiblingElement(const DOMNode* inNode) {
   return SkipBackward(inNode->getPreviousSibling());

@@ -93,7 +93,7 @@ wstring IndexMessage(std::int32_t inIndex);
 // Steps over everything that is no element; null at the end of the chain.
 xercesc::DOMElement* FirstChildElement(const xercesc::DOMNode* inParent);
 xercesc::DOMElement* LastChildElement(const xercesc::DOMNode* inParent);
-xercesc::DOMElement* NextSiblingElement(const xercesc::DOMNode* inNode);
+xercesc::DOMElement* NextSiblingElement(xercesc::DOMNode* inNode);
 xercesc::DOMElement* PreviousSiblingElement(const xercesc::DOMNode* inNode);
 
 }  // namespace internal
