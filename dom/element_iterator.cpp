@@ -6,6 +6,7 @@
 #include "dom/clauses.h"
 #include "dom/handle_impl.h"
 #include "dom/node_access.h"
+#include "dom/prefetch.h"
 #include "foundation/failure.h"
 
 namespace quen {
@@ -93,10 +94,12 @@ CQuenXMLElement2w& element_iteratorImpl2w::operator*() {
     ThrowXMLException2w(u"element_iteratorImpl2w::operator*()", kOutOfRange,
                         internal::IndexMessage(index_));
   }
-  const CQuenXMLElementImpl2w element(current_);
+  // What was inserted may be a node of another kind.
+  const bool isElement = internal::FactsOf(current_).type == DOMNode::ELEMENT_NODE;
+  const CQuenXMLElementImpl2w element(isElement ? current_ : nullptr);
   if (!dereferenced_.has_value()) {
     dereferenced_.emplace(CQuenXMLElement2w(element));
-  } else if (dereferenced_->GetImpl()->GetDOMNode() != current_) {
+  } else if (*dereferenced_->GetImpl() != element) {
     dereferenced_->SetImpl(element);
   }
   return *dereferenced_;

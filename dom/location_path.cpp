@@ -16,6 +16,7 @@
 #include "dom/node_access.h"
 #include "dom/number_value.h"
 #include "dom/path_program.h"
+#include "dom/prefetch.h"
 
 namespace quen::internal {
 
