@@ -81,7 +81,7 @@ attr_iteratorImpl2w attr_iteratorImpl2w::erase() {
     if (snapshot_.empty()) return *this;
     if (index_ < 0 || index_ >= Size())
       ThrowXMLException2w(kContext, kOutOfRange, u"iterator is out of range");
-    EraseAt(index_);
+    Erase(index_, index_ + 1);
     return *this;
   });
 }
@@ -101,18 +101,26 @@ attr_iteratorImpl2w attr_iteratorImpl2w::erase(const attr_iteratorImpl2w& inFirs
     // Turned round, the range ends with the first and begins behind the last.
     const std::int32_t low = first < last ? first : last + 1;
     const std::int32_t high = first < last ? last : first + 1;
-    for (std::int32_t i = low; i < high; ++i) EraseAt(low);
+    Erase(low, high);
     before.index_ = high;
     return before;
   });
 }
 
-// Takes the entry out of the snapshot, and the attribute out of its owner.
-void attr_iteratorImpl2w::EraseAt(std::int32_t inIndex) {
-  const CQuenXMLAttr2w attribute(snapshot_[static_cast<std::size_t>(inIndex)]);
-  snapshot_.erase(snapshot_.begin() + inIndex);
-  // An attribute that was removed by other means has no owner: this raises 8 then.
-  attribute.GetOwnerElement().RemoveAttribute(attribute.GetName());
+// Takes the attributes out of their owners, and the entries out of the snapshot, as far as it gets.
+void attr_iteratorImpl2w::Erase(std::int32_t inFirst, std::int32_t inEnd) {
+  struct Entries {
+    std::vector<CQuenXMLAttr2w>& snapshot;
+    const std::int32_t first;
+    std::int32_t reached;
+    ~Entries() { snapshot.erase(snapshot.begin() + first, snapshot.begin() + reached); }
+  };
+  Entries entries{snapshot_, inFirst, inFirst};
+  while (entries.reached < inEnd) {
+    const CQuenXMLAttr2w& attribute = snapshot_[static_cast<std::size_t>(entries.reached++)];
+    // An attribute that was removed by other means has no owner: this raises 8 then.
+    attribute.GetOwnerElement().RemoveAttribute(attribute.GetName());
+  }
 }
 
 }  // namespace quen

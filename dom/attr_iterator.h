@@ -40,7 +40,7 @@ class attr_iteratorImpl2w {
 
  private:
   std::int32_t Size() const { return static_cast<std::int32_t>(snapshot_.size()); }
-  void EraseAt(std::int32_t inIndex);
+  void Erase(std::int32_t inFirst, std::int32_t inEnd);
 
   std::vector<CQuenXMLAttr2w> snapshot_;
   std::int32_t index_ = 0;

@@ -53,7 +53,12 @@ void CQuenXMLElementImpl2w::SetAttribute(const wstring& inName, const wstring& i
 void CQuenXMLElementImpl2w::RemoveAttribute(const wstring& inName) {
   constexpr const char16_t* kContext = u"CQuenXMLElementImpl2w::RemoveAttribute()";
   CheckInitialized(kContext);
-  Guarded<NodeClauses>(kContext, [&] { Element()->removeAttribute(inName.c_str()); });
+  Guarded<NodeClauses>(kContext, [&] {
+    if (Element()->getAttributeNode(inName.c_str()) == nullptr) return;
+    // removeAttribute() would give the node to the next attribute that is made, under the handles
+    // on it.
+    Element()->getAttributes()->removeNamedItem(inName.c_str());
+  });
 }
 
 bool CQuenXMLElementImpl2w::HasAttribute(const wstring& inName) const {
@@ -125,8 +130,8 @@ CQuenXMLElementImpl2w CQuenXMLElementImpl2w::AppendElement(const CQuenXMLElement
   CheckInitialized(kEndContext);
   return Guarded<NodeClauses>(kInsertContext, [&] {
     inElement.GetImpl()->CheckInitialized(kInsertContext);
-    return CQuenXMLElementImpl2w(
-        node_->appendChild(internal::LocalNode(node_, inElement.GetImpl()->GetDOMNode())));
+    return CQuenXMLElementImpl2w(CQuenXMLNodeImpl2w(
+        node_->appendChild(internal::LocalNode(node_, inElement.GetImpl()->GetDOMNode()))));
   });
 }
 

@@ -271,15 +271,19 @@ DOMNode* ImportDeep(DOMDocument* inDocument, const DOMNode* inNode) {
 }
 
 void SetAttributeText(xercesc::DOMAttr* ioAttribute, const wstring& inValue) {
+  // The identifiers of a document are found by their values.
+  xercesc::DOMElement* const owner = ioAttribute->isId() ? ioAttribute->getOwnerElement() : nullptr;
+  if (owner != nullptr) owner->setIdAttributeNode(ioAttribute, false);
   DOMNode* const text = ioAttribute->getFirstChild();
   const bool canReuse = text != nullptr && text->getNextSibling() == nullptr &&
-                        text->getNodeType() == DOMNode::TEXT_NODE && ioAttribute->getSpecified() &&
-                        !ioAttribute->isId();
+                        text->getNodeType() == DOMNode::TEXT_NODE && ioAttribute->getSpecified();
   if (canReuse) {
     text->setNodeValue(inValue.c_str());
   } else {
+    while (DOMNode* const child = ioAttribute->getFirstChild()) ioAttribute->removeChild(child);
     ioAttribute->setValue(inValue.c_str());
   }
+  if (owner != nullptr) owner->setIdAttributeNode(ioAttribute, true);
 }
 
 void CheckIsChild(const DOMNode* inParent, const DOMNode* inChild) {

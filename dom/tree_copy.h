@@ -23,7 +23,8 @@ xercesc::DOMNode* CloneDeep(const xercesc::DOMNode* inNode);
 xercesc::DOMNode* ImportDeep(xercesc::DOMDocument* inDocument, const xercesc::DOMNode* inNode);
 
 // Sets the value of an attribute. The engine would give its text node back and take a new one each
-// time; this writes into the one that is there, which takes a third of the time.
+// time, under the handles on it; this writes into the one that is there, which takes a third of the
+// time, or leaves the old ones to their document.
 void SetAttributeText(xercesc::DOMAttr* ioAttribute, const wstring& inValue);
 
 // Throws the DOM's NOT_FOUND_ERR if `inChild` is no child of `inParent`. The engine does not look

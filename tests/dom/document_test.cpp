@@ -349,6 +349,13 @@ TEST(Validation, IdentifiersGoAlongWithACopy) {
   Document other = Parse("<b/>");
   other.GetDocumentElement().AppendChild(document.GetDocumentElement());
   EXPECT_EQ(found(other), 1u);
+  Element element(other.GetDocumentElement().GetFirstChild());
+  element.SetAttribute(u"i", u"y");
+  EXPECT_EQ(found(other), 0u);
+  element.SetAttribute(u"i", u"x");
+  EXPECT_EQ(found(other), 1u);
+  element.RemoveAttribute(u"i");
+  EXPECT_EQ(found(other), 0u);
 }
 
 TEST(Validation, TheFlagForParsingDoesNotMatterAndAnEmptyDocumentIsNotValid) {

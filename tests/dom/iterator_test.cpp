@@ -485,5 +485,30 @@ TEST_F(AttributeList, ErasingWhatIsGoneFails) {
   EXPECT_EQ(root.GetAttribute(u"c1"), u"another");
 }
 
+// What is made later is made of other memory.
+TEST_F(AttributeList, WhatWasRemovedStaysWhatItIs) {
+  Element root = Root(Attributes::kNone);
+  Element other = document_.CreateElement(u"other");
+  root.AppendChild(other);
+  root.SetAttribute(u"x", u"1");
+  root.SetAttribute(u"y", u"2");
+  AttrIterator at = root.attr_begin();
+  const CQuenXMLNode2w text = document_.SelectSingleNode(u"/r/@y").GetFirstChild();
+  root.RemoveAttribute(u"x");
+  other.SetAttribute(u"secret", u"3");
+  EXPECT_EQ(Utf8(at->GetName() + at->GetValue()), "x1");
+  EXPECT_EQ(FailureAt<WideTypes>([&] { root.attr_erase(at); }),
+            "8 Node was not initialized @ CQuenXMLElementImpl2w::RemoveAttribute()");
+  // A value of several texts.
+  CQuenXMLNode2w y = document_.SelectSingleNode(u"/r/@y");
+  y.AppendChild(document_.SelectSingleNode(u"/r/other/@secret").GetFirstChild().Clone(true));
+  EXPECT_EQ(Utf8(y.GetValue()), "23");
+  root.SetAttribute(u"y", u"4");
+  other.SetAttribute(u"later", u"5");
+  EXPECT_EQ(Utf8(text.GetValue()), "2");
+  EXPECT_TRUE(text.GetParent() == kNull);
+  EXPECT_EQ(Utf8(root.GetSubset()), "<r y=\"4\"><n a=\"1\"/><other later=\"5\" secret=\"3\"/></r>");
+}
+
 }  // namespace
 }  // namespace quen::test
