@@ -109,6 +109,7 @@ TEST(Parse, AFailureHasTheParsersPlaceAndStoresNothing) {
             "");
   EXPECT_EQ(Parsed(u"<?xml version='1.0' encoding='ISO-8859-1'?><a>\u20ac</a>"), "<a>\u20ac</a>");
   EXPECT_EQ(Parsed(u"<?xml version='1.9'?><a/>").substr(0, 12), "9 DOM Error:");
+  EXPECT_EQ(Parsed(u"<!DOCTYPE a [<!ATTLIST b :d CDATA 'v'>]><a/>").substr(0, 13), "14 DOM Error:");
 }
 
 class Report : public xercesc::SAXParseException {
