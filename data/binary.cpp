@@ -10,6 +10,7 @@
 #include "foundation/failure.h"
 #include "foundation/hexbincv.h"
 #include "foundation/impl_utils.h"
+#include "foundation/utf.h"
 
 namespace quen {
 namespace {
@@ -28,11 +29,12 @@ wstring HexText(const unsigned char* inData, std::uint32_t inLength) {
 
 // In UTF-8; what was not written here may hold anything.
 string Narrowed(const wstring& inText) {
+  const std::u16string_view units = internal::UpToZero(inText);
   char16_t all = 0;
-  for (const char16_t unit : inText) all = static_cast<char16_t>(all | unit);
+  for (const char16_t unit : units) all = static_cast<char16_t>(all | unit);
   if (all >= 0x80) return gImplUtils.TransCodeToUTF8(inText);
-  string text(inText.size(), '\0');
-  std::transform(inText.begin(), inText.end(), text.begin(),
+  string text(units.size(), '\0');
+  std::transform(units.begin(), units.end(), text.begin(),
                  [](char16_t unit) { return static_cast<char>(unit); });
   return text;
 }

@@ -61,6 +61,7 @@ inline unsigned char HexPairToByte(const char*& ioPosition, int inDigits) {
 // its length alone.
 inline void HexTextToBytes(const std::string& inText, std::string& outBytes) {
   if (inText.size() <= 2) return;
+  if (&inText == &outBytes) return HexTextToBytes(std::string(inText), outBytes);
   outBytes.resize((inText.size() - 2) / 2);
   if (inText[0] != '0' || inText[1] != 'x') return;
   const char* position = inText.data() + 2;

@@ -9,6 +9,7 @@ using internal::Narrow;
 using internal::NarrowOut;
 using internal::NarrowText;
 using internal::NarrowTwin;
+using internal::OutText;
 using internal::Utf8;
 using internal::Wide;
 
@@ -232,10 +233,17 @@ void CQuenXMLData2::RemoveProcessingInstruction(const string& inTarget, const st
 }
 void CQuenXMLData2::GetProcessingInstruction(string& outTarget, string& outData,
                                              const string& inPath) const {
-  NarrowOut(outTarget, [&](wstring& target) {
-    NarrowOut(outData, [&](wstring& data) {
-      impl_->GetProcessingInstruction(target, data, Wide(inPath, path_));
-    });
+  Narrow([&] {
+    wstring target;
+    wstring data;
+    const OutText newTarget(target);
+    const OutText newData(data);
+    impl_->GetProcessingInstruction(target, data, Wide(inPath, path_));
+    // Both or none, and the data last, should both arguments be the same.
+    string dataBytes = outData;
+    newData.Deliver(dataBytes);
+    newTarget.Deliver(outTarget);
+    outData.swap(dataBytes);
   });
 }
 void CQuenXMLData2::AddComment(const string& inText, const string& inPath) {

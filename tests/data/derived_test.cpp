@@ -75,6 +75,12 @@ TEST(Derived, TextFormsCarryTheOthers) {
   std::uint32_t length = 2;
   tree.GetBinaryData(bytes, length, u"/nowhere");
   EXPECT_EQ(bytes[1], 'B');
+  tree.value_ = wstring(
+      u"0x41\0"
+      "42",
+      7);
+  tree.GetBinaryData(text, u"/nowhere");
+  EXPECT_EQ(text, u"A");
 }
 
 // Counts, and goes on as the library does.

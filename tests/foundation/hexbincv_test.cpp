@@ -50,6 +50,9 @@ TEST(HexText, Decodes) {
     HexTextToBytes(row.text, bytes);
     EXPECT_EQ(bytes, row.bytes) << row.what;
   }
+  std::string same = "0x616263";
+  HexTextToBytes(same, same);
+  EXPECT_EQ(same, "abc");
 }
 
 TEST(HexText, EveryPairOfCharactersDecodesByTheTable) {

@@ -293,6 +293,9 @@ TEST(NarrowOutArgument, StaysWhenTheOperationLeavesIt) {
   tree.GetCDATA(value, "/r");
   tree.GetProcessingInstruction(value, value, "/r");
   EXPECT_EQ(value, before);
+  tree.AddProcessingInstruction("target", "data", "/r");
+  tree.GetProcessingInstruction(value, value, "/r");
+  EXPECT_EQ(value, "data");
   tree.GetAttr("x", value, "/r");
   EXPECT_EQ(value, "");
   value = "/r";
