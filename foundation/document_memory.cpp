@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "foundation/document_memory.h"
 
+#include <pthread.h>
 #include <sys/mman.h>
 
 #include <cstdint>
@@ -118,13 +119,27 @@ void DocumentMemory::deallocate(void* inMemory) {
   ::munmap(inMemory, size);
 }
 
-xercesc::MemoryManager& MemoryOfDocuments() {
-  // Never destroyed, since documents of static storage may be released after everything here.
+namespace {
+
+// Never destroyed, since documents of static storage may be released after everything here.
+DocumentMemory& SharedMemory() {
   alignas(DocumentMemory) static std::byte place[sizeof(DocumentMemory)];
-  static DocumentMemory& memory = *new (place) DocumentMemory;
+  static DocumentMemory* const memory = [] {
+    auto* const made = new (place) DocumentMemory;
+    constexpr auto unlock = [] { SharedMemory().Unlock(); };
+    ::pthread_atfork([] { SharedMemory().Lock(); }, unlock, unlock);
+    return made;
+  }();
+  return *memory;
+}
+
+}  // namespace
+
+xercesc::MemoryManager& MemoryOfDocuments() {
   xercesc::MemoryManager& engine = EngineMemory();
   const bool isEnginesOwn = typeid(engine) == typeid(xercesc::MemoryManagerImpl);
-  return isEnginesOwn && __lsan_do_leak_check == nullptr ? memory : engine;
+  if (!isEnginesOwn || __lsan_do_leak_check != nullptr) return engine;
+  return SharedMemory();
 }
 
 }  // namespace quen::internal

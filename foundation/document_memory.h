@@ -41,6 +41,10 @@ class DocumentMemory : public xercesc::MemoryManager {
   void* allocate(XMLSize_t inSize) override;
   void deallocate(void* inMemory) override;
 
+  // Around a fork of the process, whose child has no other thread to unlock what was locked.
+  void Lock() { mutex_.lock(); }
+  void Unlock() { mutex_.unlock(); }
+
  private:
   static constexpr std::size_t kSizes = 5;  // of blocks: 128 KB and so on to 2 MB
   static_assert(kSmallestBlock << (kSizes - 1) == kHugePage);
