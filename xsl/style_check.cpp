@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "dom/modulus.h"
 #include "dom/selection_limits.h"
 #include "foundation/failure.h"
 #include "xsl/limits.h"
@@ -144,7 +145,7 @@ bool IsBearable(std::u16string_view inExpression) {
         break;
     }
   }
-  return operators <= kMaxExpressionOperators;
+  return operators <= kMaxExpressionOperators && WithPositiveDivisors(inExpression).has_value();
 }
 
 bool IsPattern(std::u16string_view inText) {
@@ -227,7 +228,7 @@ wstring TemplateWithNumbersAsValues(std::u16string_view inTemplate) {
   std::size_t at = 0;
   while (const auto part = NextExpression(inTemplate, at)) {
     result += inTemplate.substr(at, part->begin - at);
-    result += WithNumbersAsValues(part->Of(inTemplate), Becomes::kText);
+    result += WithNumbersAsValues(*WithPositiveDivisors(part->Of(inTemplate)), Becomes::kText);
     at = part->end;
   }
   result += inTemplate.substr(at);
@@ -272,7 +273,8 @@ wstring StyleCheck::Start(std::u16string_view inName, std::vector<StyleAttribute
     if (!isExpression && value.find(u'{') == value.npos) continue;
     if (!(isExpression ? IsBearable(value) : IsBearableTemplate(value)))
       return u"The expression '" + Shown(value) + u"'" + kNotBearable;
-    value = isExpression ? WithNumbersAsValues(value, ResultOf(local, name, ioAttributes))
+    value = isExpression ? WithNumbersAsValues(*WithPositiveDivisors(value),
+                                               ResultOf(local, name, ioAttributes))
                          : TemplateWithNumbersAsValues(value);
   }
   return {};

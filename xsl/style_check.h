@@ -18,7 +18,7 @@
 namespace quen::internal {
 
 // Whether the engine can be given this expression, and those in the braces of an attribute value
-// template.
+// template. WithPositiveDivisors() gives it then.
 bool IsBearable(std::u16string_view inExpression);
 bool IsBearableTemplate(std::u16string_view inTemplate);
 constexpr char16_t kNotBearable[] =

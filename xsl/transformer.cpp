@@ -28,6 +28,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "dom/modulus.h"
 #include "dom/selection_limits.h"
 #include "dom/tree_copy.h"
 #include "dom/wrapped_document.h"
@@ -193,8 +194,11 @@ class Environment : public xalanc::XSLTProcessorEnvSupportDefault {
         explicit Level(std::size_t& ioEvaluations) : evaluations(++ioEvaluations) {}
         ~Level() { --evaluations; }
       } const level(evaluations_);
+      XObjectArgVectorType arguments(inArguments, Memory());
+      arguments.front() = ioContext.getXObjectFactory().createString(
+          EngineText(*WithPositiveDivisors(View(expression))));
       return XSLTProcessorEnvSupportDefault::extFunction(ioContext, inNamespace, inName, inNode,
-                                                         inArguments, inPlace);
+                                                         arguments, inPlace);
     }
     if (View(inName) == u"node-set" && !inArguments.empty() && IsValue(*inArguments.front()))
       throw TransformFailure{u"The function node-set takes no text, number or truth value"};
@@ -428,7 +432,7 @@ void Transformer::Run(Source& inSource, const StyleSheet& inStyleSheet,
     environment.setProcessor(&processor);
     for (const auto& [name, expression] : params_) {
       CheckExpression(EngineText(expression), *inStyleSheet.Compiled().getStylesheetRoot());
-      processor.setStylesheetParam(EngineText(name), EngineText(expression));
+      processor.setStylesheetParam(EngineText(name), EngineText(*WithPositiveDivisors(expression)));
     }
 
     // What the engine was in the middle of stays in the context when a run fails, and adds up.

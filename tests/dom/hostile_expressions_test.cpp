@@ -169,6 +169,11 @@ TEST(HostileExpressions, NumbersThatCanNotBeWritten) {
       {"number(@n) > 5", "a"},
       {"sum(@n) * 2 > @n", "a"},
       {"string-length(@n) = 96", "a"},
+      {"-9223372036854775808 mod -1 = 0", "a"},
+      {"floor(-9223372036854775808) mod (@s - 4) = 0", "a"},
+      {"11 mod ../a/@s*4 = 8", "a"},
+      {"8 mod (23 mod (50 mod (29 mod (@s + 17)))) = 2", "a"},
+      {"1 mod (1 mod (1 mod (1 mod (1 mod @n))))", kDepthRefused},
   };
   for (const auto& each : cases) {
     EXPECT_EQ(ShowXalan(*document, Wide("/a[" + each.condition + "]")), each.outcome)

@@ -182,6 +182,10 @@ TEST(LocationPath, Predicates) {
       {"a node set against a boolean", "/o/b[@id=true()]", "b#1 b#4"},
       {"a minus sign", "/o/b[-1 < @n]", "b#1 b#4"},
       {"arithmetic", "/o/b[@n * 2 - 10 = 10 div 1]", "b#4"},
+      {"a divisor below zero", "//*[@i mod (0 - 3) = 1]", "b#1 b#4 e#7 c#10"},
+      {"divisors within each other", "//*[@i mod (7 mod -(2 + 1)) = 0 and @i > 9]", "c#10 b#11"},
+      {"divisors end at operators", "/o/b[@i mod @i * 2 + 1 = 1][@i mod - 2 = 1 or mod]",
+       "b#1 b#11"},
   };
   const Document document = Parse(kOrder);
   for (const PathCase& each : cases) Check(*document, "/", each);
@@ -298,6 +302,12 @@ TEST(LocationPath, DetachedTrees) {
     EXPECT_EQ(ShowDirect(y, Wide(path)), selected) << path;
     EXPECT_EQ(ShowXalan(y, Wide(path)), selected) << path;
   }
+  EXPECT_EQ(ShowXalan(y, u"(z|.|..)"), "x y z");
+  DOMNode& attribute = *document->createAttribute(u"k");
+  Nodes nodes;
+  EXPECT_THROW(internal::SelectWithXalan(attribute, u"(following::*)", false, nodes),
+               xercesc::DOMException);
+  EXPECT_EQ(ShowXalan(attribute, u"(.)"), "@k=");
   loose->release();
 }
 

@@ -527,6 +527,22 @@ TYPED_TEST(XslTest, NumbersThatCanNotBeWrittenFail) {
   }
 }
 
+// The least integer mod -1 would end the process.
+TYPED_TEST(XslTest, DivisorsMayBeAnything) {
+  const std::string source = "<r a='-9223372036854775808' b='-1'/>";
+  const std::string evaluate = "<xsl:value-of xmlns:d='http://exslt.org/dynamic' select=";
+  const std::string sheets[] = {
+      RootSheet("<xsl:value-of select='r/@a mod r/@b'/>"),
+      RootSheet("<xsl:if test='r/@a mod r/@b = 0'>0</xsl:if>"),
+      RootSheet("<xsl:for-each select='r[@a mod @b = 0]'>0</xsl:for-each>"),
+      RootSheet("<xsl:variable name='v' select='r/@b'/><xsl:value-of select='r/@a mod $v'/>"),
+      RootSheet(evaluate + "\"d:evaluate('r/@a mod r/@b')\"/>"),
+      Sheet("<xsl:template match='r[@a mod @b = 0]'>0</xsl:template>"),
+  };
+  for (const std::string& sheet : sheets) EXPECT_EQ(this->Run(source, sheet), "0") << sheet;
+  EXPECT_EQ(this->Run(source, RootSheet("<x y='{r/@a mod r/@b}'/>")), "<x y=\"0\"/>");
+}
+
 // Through each of the functions that evaluate, on a small stack.
 TYPED_TEST(XslTest, TextsThatEvaluateEachOtherEndSomewhere) {
   constexpr char kEachOther[] = "evaluate each other too deeply";
