@@ -2,11 +2,15 @@
 #include "foundation/document_memory.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 #include <vector>
 
 #include <quenxml2/data.h>
@@ -97,6 +101,28 @@ TEST(DocumentMemory, AnApplicationsOwnMemoryIsUsed) {
   EXPECT_EQ(&internal::MemoryOfDocuments(), &own);
   engine = before;
   EXPECT_NE(&internal::MemoryOfDocuments(), &own);
+}
+
+// The child has none of the threads that may hold a lock at that moment.
+TEST(DocumentMemory, AChildOfForkHasItsOwn) {
+  xercesc::MemoryManager& memory = internal::MemoryOfDocuments();
+  std::atomic<bool> ends{false};
+  std::thread other([&] {
+    while (!ends) memory.deallocate(memory.allocate(kSmallest));
+  });
+  int status = 0;
+  for (int i = 0; i < 40 && status == 0; ++i) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      ::alarm(20);
+      memory.deallocate(memory.allocate(kSmallest));
+      ::_exit(0);
+    }
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+  }
+  ends = true;
+  other.join();
+  EXPECT_EQ(status, 0);
 }
 
 // Its blocks are of every size. What comes back after other trees were made in them is what was put
