@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "components/enciphered_form.h"
 #include "tests/components/cipher_support.h"
 
 namespace quen::testing {
@@ -181,6 +182,12 @@ TEST(Cipher, CutAndLengthenedTextsFail) {
   fitted.erase(96 + 22, 2);
   fitted[12] = 22;
   EXPECT_EQ(DecipherCode(kRawKey, fitted), 2010U);
+  // Half a unit is told before anything is deciphered.
+  fitted.pop_back();
+  fitted[12] = 21;
+  EXPECT_EQ(DecipherCode(kRawKey, fitted), 2006U);
+  // A file may become shorter while it is read.
+  EXPECT_EQ(CryptoCodeOf([] { internal::ParseHeader(kRawExample.substr(0, 95), 136); }), 2007U);
 }
 
 TEST(Cipher, OtherFormsAreTold) {
