@@ -175,6 +175,10 @@ TEST_F(CipherFile, OtherContentIsTold) {
     Put(At("file"), content);
     EXPECT_EQ(ReadFailure(WideAt("file")), failure);
   }
+  // A terabyte is not read to find that out.
+  Put(At("file"), "<a/>");
+  fs::resize_file(At("file"), std::uintmax_t{1} << 40);
+  EXPECT_EQ(ReadFailure(WideAt("file")), kCases[1].second);
 }
 
 struct KillPlan {
