@@ -792,6 +792,15 @@ TYPED_TEST(XslTest, NothingIsToldToTheStandardErrorStreamOrTakenFromTheEnvironme
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
 }
 
+// A transformer installs them for the whole process.
+TYPED_TEST(XslTest, NoPathCallsTheFunctionsOfATransformer) {
+  this->Run(kSource, kSheet);
+  const auto document = this->Parsed("<a xmlns:d='http://exslt.org/dynamic'>true()</a>");
+  EXPECT_THAT(FailureOf<TypeParam>(
+                  [&] { document.SelectNodes(TypeParam::Text("/a[d:evaluate(string(.))]")); }),
+              StartsWith("1010 "));
+}
+
 TYPED_TEST(XslTest, EncodingsAreTheEngines) {
   EXPECT_EQ(this->Run("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE9</a>",
                       RootSheet("<xsl:copy-of select='a'/>")),
