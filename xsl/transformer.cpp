@@ -320,16 +320,14 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   }
   using StylesheetExecutionContextDefault::cloneToResultTree;
   void startElement(const XMLCh* inName) override {
-    if (++elements_ > kMaxTreeDepth)
-      throw TransformFailure{
-          u"The elements of the result nest deeper than the limit of this library"};
+    EnterElement();
     StylesheetExecutionContextDefault::startElement(inName);
   }
   // xsl:copy begins its element here, and ends it as all others are ended.
   void cloneToResultTree(const xalanc::XalanNode& inNode, xalanc::XalanNode::NodeType inType,
                          bool inOverridesStrip, bool inClonesAttributes,
                          const xercesc::Locator* inPlace) override {
-    if (inType == xalanc::XalanNode::ELEMENT_NODE) ++elements_;
+    if (inType == xalanc::XalanNode::ELEMENT_NODE) EnterElement();
     StylesheetExecutionContextDefault::cloneToResultTree(inNode, inType, inOverridesStrip,
                                                          inClonesAttributes, inPlace);
   }
@@ -399,6 +397,12 @@ class Transformer::Context : public xalanc::StylesheetExecutionContextDefault {
   }
 
  private:
+  void EnterElement() {
+    if (++elements_ > kMaxTreeDepth)
+      throw TransformFailure{
+          u"The elements of the result nest deeper than the limit of this library"};
+  }
+
   xalanc::ICUBridgeCollationCompareFunctor collation_;
   xalanc::ICUFormatNumberFunctor numbers_;
   const Environment* environment_ = nullptr;
