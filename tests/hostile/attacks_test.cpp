@@ -245,13 +245,15 @@ TEST(Attacks, FailedTransformsTakeNoMemory) {
   }
 }
 
-// A style sheet that has no place of its own opens no folder to the source.
+// A style sheet that has no place of its own opens no folder to the source, nor the one it lies in.
 TEST(Attacks, ASourceNamesNoFileOfTheWorkingDirectory) {
   const TempDir dir;
   WatchedFile watched(dir.File("watched.xml", "<leaked/>"));
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::current_path(dir / "");
-  const std::string text = RootSheet("<r><xsl:copy-of select='document(a/@b)'/></r>");
+  // An empty text stands in the style sheet, and is the place of a style sheet without a place.
+  const std::string text = RootSheet("<r b=''><xsl:copy-of select='document(a/@b)'/></r>");
+  const std::string path = dir.File("source.xml", "<a b='watched.xml'/>");
   CQuenXSL2 xsl;
   CQuenXMLData2 source("<a b='watched.xml'/>"), sheet(text), result;
   CQuenXMLDocument2 sourceDocument, sheetDocument;
@@ -268,6 +270,7 @@ TEST(Attacks, ASourceNamesNoFileOfTheWorkingDirectory) {
       [&] { xsl.Transform(sourceDocument, out, ofStream); },
       [&] { xsl.Transform(source, result, ofTree); },
       [&] { xsl.Transform(sourceDocument, out, ofDocument); },
+      [&] { xsl.Transform(path, (dir / "result"), ofStream); },
   };
   for (const auto& way : ways)
     EXPECT_THAT(FailureOf<NarrowWidth>(way), HasSubstr("does not stand in the style sheet"));
