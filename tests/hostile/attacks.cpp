@@ -203,8 +203,8 @@ std::vector<Attack> CostlyAttacks() {
       {"1,000 attribute defaults", kNo,
        [] { return With("<!ATTLIST a " + Numbered("b# CDATA 'x' ", 1000) + ">", "<a/>"); },
        "more attribute defaults"},
-      {"a content model of 5,000 places", kNo,
-       [] { return With("<!ELEMENT b (x" + Numbered(",x#", 5000) + ")>", "<a/>"); }, kModel},
+      {"a content model of 1,500 places", kNo,
+       [] { return With("<!ELEMENT b (x" + Numbered(",x#", 1500) + ")>", "<a/>"); }, kModel},
       {"models of 900 places each", kNo,
        [] {
          string text;
@@ -257,6 +257,8 @@ std::vector<Attack> CostlyAttacks() {
        [] { return "<a>" + Numbered("<b c#=''/>", 160000) + "</a>"; }, kNames},
       {"160,000 namespaces", kNo,
        [] { return "<a>" + Numbered("<b xmlns='u#'/>", 160000) + "</a>"; }, kNames},
+      {"160,000 namespaces that no name is in", kNo,
+       [] { return "<a>" + Numbered("<b xmlns:p='u#'/>", 160000) + "</a>"; }, kNames},
       {"160,000 prefixes", kNo,
        [] { return "<a>" + Numbered("<p#:b xmlns:p#='u'/>", 160000) + "</a>"; }, kNames},
       {"160,000 names of instructions", kMaybe,
