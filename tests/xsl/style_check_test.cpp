@@ -72,8 +72,11 @@ TEST(StyleCheckTest, OnlyWhatStandsInBracesOfATemplateChanges) {
 }
 
 TEST(StyleCheckTest, WhatIsNoExpressionMayBeLong) {
-  wstring steps, digits(200, u'1');
-  for (int i = 0; i < 1100; ++i) steps += u" L 1/('";
+  wstring steps, words, digits(200, u'1');
+  for (int i = 0; i < 1100; ++i) {
+    steps += u" L 1/('";
+    words += u" or a";
+  }
   const struct {
     wstring text;
     bool isBearable;
@@ -88,6 +91,9 @@ TEST(StyleCheckTest, WhatIsNoExpressionMayBeLong) {
       {u"{1}' {" + digits + u"}'", false},
       {u"{{{" + digits + u"}", false},
       {u"{0.5 + " + digits + u".5}", false},
+      {u"{a" + words + u"}", false},
+      {u"{" + wstring(1100, u'-') + u"1}", false},
+      {u"{" + wstring(65537, u'a') + u"}", false},
       {u"{0." + digits + u" + '" + digits + u"'}", true},
   };
   for (const auto& row : kRows)

@@ -741,6 +741,24 @@ TYPED_TEST(XslTest, AStyleSheetReadsWhatLiesBesideIt) {
   this->folder_.Write("sub/crash.xsl", Sheet("<xsl:template match='|a'/>"));
   EXPECT_THAT(FailureOf<Width>([&] { xsl.RegisterCompiledStyleSheet(Width::Text(crash), handle); }),
               HasSubstr("Error compiling style sheet"));
+  // Entities of other files can not be counted before they are used.
+  std::string bomb = "<!ENTITY e0 ''>";
+  for (int i = 1; i <= 5; ++i) {
+    bomb += "<!ENTITY e" + std::to_string(i) + " '";
+    for (int times = 0; times < 10; ++times) bomb += "&e" + std::to_string(i - 1) + ";";
+    bomb += "'>";
+  }
+  this->folder_.Write("bomb.dtd", bomb);
+  this->folder_.Write("bomb.xml", "<!DOCTYPE d SYSTEM 'bomb.dtd'><d>&e5;</d>");
+  const std::string naming = this->folder_.Write(
+      "naming.xsl", RootSheet("<r><xsl:copy-of select=\"document('bomb.xml')\"/></r>"));
+  xsl.RegisterCompiledStyleSheet(Width::Text(naming), handle);
+  EXPECT_THAT(FailureOf<Width>([&] { this->Run(xsl, kSource, handle); }), HasSubstr("bomb.xml"));
+  const std::string exploding = this->folder_.Write(
+      "exploding.xsl", "<!DOCTYPE d SYSTEM 'bomb.dtd'>" + RootSheet("<r>&e5;</r>"));
+  EXPECT_THAT(
+      FailureOf<Width>([&] { xsl.RegisterCompiledStyleSheet(Width::Text(exploding), handle); }),
+      HasSubstr("Error compiling style sheet"));
   const std::string itself =
       this->folder_.Write("itself.xsl", Sheet("", "<xsl:import href='itself.xsl'/>"));
   EXPECT_THAT(
