@@ -278,5 +278,40 @@ TEST(Attacks, ASourceNamesNoFileOfTheWorkingDirectory) {
   std::filesystem::current_path(before);
 }
 
+// A source may name what lies in the folder of the style sheet or below, and nothing else.
+TEST(Attacks, ASourceDoesNotLeaveTheFolderOfTheStyleSheet) {
+  const TempDir dir;
+  const std::string file = dir.File("watched.xml", "<leaked/>");
+  WatchedFile watched(file);
+  std::filesystem::create_directories(dir / "own/deep");
+  dir.File("own/deep/data.xml", "<data/>");
+  CQuenXSL2 xsl;
+  std::uintptr_t handle = 0;
+  xsl.RegisterCompiledStyleSheet(
+      dir.File("own/sheet.xsl", RootSheet("<xsl:copy-of select='document(string(a/@b))'/>")),
+      handle);
+  const auto outcome = [&](const std::string& name) {
+    std::ostringstream out;
+    const std::string failure = FailureOf<NarrowWidth>(
+        [&] { xsl.Transform(std::istringstream("<a b='" + name + "'/>"), out, handle); });
+    return failure.empty() ? out.str() : failure;
+  };
+  EXPECT_EQ(outcome("deep/data.xml"), "<data/>");
+  std::string backwards = file;
+  std::replace(backwards.begin(), backwards.end(), '/', '\\');
+  const std::string kNames[] = {file,
+                                "file:" + file,
+                                "file://" + file,
+                                "//localhost" + file,
+                                "../watched.xml",
+                                "%2e%2e/watched.xml",
+                                "deep/../../watched.xml",
+                                "..\\watched.xml",
+                                backwards};
+  for (const std::string& name : kNames)
+    EXPECT_THAT(outcome(name), HasSubstr("does not stand in the style sheet")) << name;
+  EXPECT_FALSE(watched.WasOpened());
+}
+
 }  // namespace
 }  // namespace quen::test

@@ -482,6 +482,7 @@ TYPED_TEST(XslTest, BadInputIsAnOrdinaryFailure) {
            "'&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'><!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'><!ENTITY "
            "e '&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;'>]><a>&e;</a>",
        kSheet, "limit of this library"},
+      {"a bad byte behind the root", "<a/>\xff", kSheet, "encoding"},
       {"half a surrogate pair", "<a>\xED\xA0\x80</a>", kSheet, "encoding"},
       {"expression from data", "<a>" + std::string(3000, '(') + "</a>",
        RootSheet(
