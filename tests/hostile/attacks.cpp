@@ -144,6 +144,14 @@ std::vector<Attack> CostlyAttacks() {
   const auto subset = [](string declarations, string content = "<a/>") {
     return [=] { return With(declarations, content); };
   };
+  const auto chain = [](int levels) {
+    return [=] {
+      string text = "<!ENTITY e0 'x'>";
+      for (int i = 1; i < levels; ++i)
+        text += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+      return With(text, "<a>&e" + std::to_string(levels - 1) + ";</a>");
+    };
+  };
   return {
       // Entities.
       {"entities of entities", kNo, subset(Bomb(9), "<a>&e9;</a>"), kExpand},
@@ -152,6 +160,7 @@ std::vector<Attack> CostlyAttacks() {
       {"the same in an attribute default", kNo, subset(Bomb(9) + "<!ATTLIST a b CDATA '&e9;'>"),
        kExpand},
       {"the same of nothing", kNo, subset(Bomb(9, ""), "<a>&e9;</a>"), kExpand},
+      {"less of nothing", kNo, subset(Bomb(5, ""), "<a>&e5;</a>"), kExpand},
       {"the same of elements", kNo, subset(Bomb(9, "<a/>"), "<a>&e9;</a>"), kExpand},
       {"parameter entities of such", kNo, subset(ParameterBomb(9)), kExpand},
       {"a large entity, often", kNo,
@@ -176,14 +185,8 @@ std::vector<Attack> CostlyAttacks() {
        kExpand},
       {"a parameter entity within itself", kNo,
        subset("<!ENTITY % e '&#37;f;'><!ENTITY % f '&#37;e;'>%e;"), kExpand},
-      {"entities 5,000 deep", kNo,
-       [] {
-         string chain = "<!ENTITY e0 'x'>";
-         for (int i = 1; i < 5000; ++i)
-           chain += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
-         return With(chain, "<a>&e4999;</a>");
-       },
-       kExpand},
+      {"entities 5,000 deep", kNo, chain(5000), kExpand},
+      {"entities 33 deep", kNo, chain(33), kExpand},
       {"entities in a place the scan may miss", kNo,
        [] {
          return "<!-- ' --><?p \"?><!DOCTYPE a [<!-- ' --><!ELEMENT a ANY>" + Bomb(9) +
@@ -192,6 +195,9 @@ std::vector<Attack> CostlyAttacks() {
        kExpand},
       {"entities declared by an entity", kNo,
        subset("<!ENTITY % p '<!ENTITY e \"x\">'>%p;", "<a>&e;</a>"),
+       "declared through a parameter entity"},
+      {"an entity that is declared by an entity first", kNo,
+       subset("<!ENTITY % p '<!ENTITY e \"y\">'>%p;<!ENTITY e 'x'>", "<a>&e;</a>"),
        "declared through a parameter entity"},
 
       // Declarations.
