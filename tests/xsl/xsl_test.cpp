@@ -751,10 +751,15 @@ TYPED_TEST(XslTest, AStyleSheetReadsWhatLiesBesideIt) {
   }
   this->folder_.Write("bomb.dtd", bomb);
   this->folder_.Write("bomb.xml", "<!DOCTYPE d SYSTEM 'bomb.dtd'><d>&e5;</d>");
-  const std::string naming = this->folder_.Write(
-      "naming.xsl", RootSheet("<r><xsl:copy-of select=\"document('bomb.xml')\"/></r>"));
-  xsl.RegisterCompiledStyleSheet(Width::Text(naming), handle);
-  EXPECT_THAT(FailureOf<Width>([&] { this->Run(xsl, kSource, handle); }), HasSubstr("bomb.xml"));
+  std::string large = "<!DOCTYPE d [<!ENTITY e '" + std::string(5000, 'x') + "'>]><d>";
+  for (int times = 0; times < 1000; ++times) large += "&e;";
+  this->folder_.Write("large.xml", large + "</d>");
+  for (const std::string name : {"bomb.xml", "large.xml"}) {
+    const std::string naming = this->folder_.Write(
+        "naming.xsl", RootSheet("<r><xsl:copy-of select=\"document('" + name + "')\"/></r>"));
+    xsl.RegisterCompiledStyleSheet(Width::Text(naming), handle);
+    EXPECT_THAT(FailureOf<Width>([&] { this->Run(xsl, kSource, handle); }), HasSubstr(name));
+  }
   const std::string exploding = this->folder_.Write(
       "exploding.xsl", "<!DOCTYPE d SYSTEM 'bomb.dtd'>" + RootSheet("<r>&e5;</r>"));
   EXPECT_THAT(
