@@ -200,7 +200,7 @@ class GuardedParser : private GrammarMemory,
 
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    limits_->CheckDefault(inElement, inAttribute);
+    limits_->CheckAttribute(inElement, inAttribute);
     XercesDOMParser::attDef(inElement, inAttribute, inIsIgnored);
   }
 

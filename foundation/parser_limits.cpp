@@ -2,7 +2,6 @@
 #include "foundation/parser_limits.h"
 
 #include <unordered_map>
-#include <vector>
 
 #include <xercesc/sax/Locator.hpp>
 #include <xercesc/validators/DTD/DTDAttDef.hpp>
@@ -16,7 +15,8 @@
 
 namespace quen::internal {
 
-void ParserLimits::CheckDoctype(const char16_t* inSystemId) const {
+void ParserLimits::CheckDoctype(const char16_t* inSystemId) {
+  hasDoctype_ = true;
   // Here and not where the resource is asked for: the engine leaks a little for each subset refused
   // there.
   if (entities_ != nullptr && inSystemId != nullptr && *inSystemId != 0)
@@ -32,23 +32,38 @@ void ParserLimits::CheckEntity(const xercesc::DTDEntityDecl& inEntity, bool inIs
   }
 }
 
-void ParserLimits::CheckModel(const xercesc::DTDElementDecl& inElement) {
-  if (entities_ == nullptr || inElement.getModelType() != xercesc::DTDElementDecl::Children) return;
-  std::unordered_map<std::u16string_view, std::size_t> repeats;
-  std::size_t places = 0;
+namespace {
+// Calls back with each name in the content model.
+template <class Callback>
+void ForEachName(const xercesc::DTDElementDecl& inElement, const Callback& inCallback) {
   std::vector<const xercesc::ContentSpecNode*> waiting{
       const_cast<xercesc::DTDElementDecl&>(inElement).getContentSpec()};
   while (!waiting.empty()) {
     const xercesc::ContentSpecNode* const node = waiting.back();
     waiting.pop_back();
     if (node == nullptr) continue;
-    if (node->getType() == xercesc::ContentSpecNode::Leaf && node->getElement() != nullptr) {
-      ++places;
-      if (++repeats[node->getElement()->getRawName()] > kMaxModelRepeats) RefuseModel();
-    }
+    if (node->getType() == xercesc::ContentSpecNode::Leaf && node->getElement() != nullptr)
+      inCallback(node->getElement()->getRawName());
     waiting.push_back(node->getFirst());
     waiting.push_back(node->getSecond());
   }
+}
+
+// Of an attribute that takes one of a list, in names; 0 for others.
+std::uint64_t ListOf(const xercesc::XMLAttDef& inAttribute) {
+  const char16_t* const list = inAttribute.getEnumeration();
+  return list == nullptr ? 0 : std::u16string_view(list).size() / kUnitsPerDeclaredName;
+}
+}  // namespace
+
+void ParserLimits::CheckModel(const xercesc::DTDElementDecl& inElement) {
+  if (entities_ == nullptr || inElement.getModelType() != xercesc::DTDElementDecl::Children) return;
+  std::unordered_map<std::u16string_view, std::size_t> repeats;
+  std::size_t places = 0;
+  ForEachName(inElement, [&](const char16_t* name) {
+    ++places;
+    if (++repeats[name] > kMaxModelRepeats) RefuseModel();
+  });
   modelWork_ += std::uint64_t{places} * places;
   if (places > kMaxModelPlaces || modelWork_ > kMaxModelWork) RefuseModel();
 }
@@ -59,8 +74,12 @@ std::u16string_view WithoutPrefix(std::u16string_view inName) {
 }
 }  // namespace
 
-void ParserLimits::CheckDefault(const xercesc::DTDElementDecl& inElement,
-                                const xercesc::DTDAttDef& inAttribute) {
+void ParserLimits::CheckAttribute(const xercesc::DTDElementDecl& inElement,
+                                  const xercesc::DTDAttDef& inAttribute) {
+  if (entities_ != nullptr) {
+    const std::uint64_t list = ListOf(inAttribute);
+    AddDeclaredWork(list * list);
+  }
   const bool hasDefault = inAttribute.getDefaultType() == xercesc::XMLAttDef::Default ||
                           inAttribute.getDefaultType() == xercesc::XMLAttDef::Fixed;
   if (!hasDefault) return;
@@ -78,6 +97,7 @@ void ParserLimits::StartElement(const xercesc::XMLElementDecl& inDeclaration, un
   // The engine numbers element names and namespace names as it meets them.
   if (inDeclaration.getId() > kMaxDistinctNames || inUri > kMaxDistinctNames) RefuseNames();
   if (inCount > 0) CheckAttributes(inAttributes, inCount);
+  if (hasDoctype_) CheckDeclaredWork(inDeclaration, inAttributes, inCount);
   if (defaultsOf_.empty()) return;
   const auto defaults =
       defaultsOf_.find(std::u16string(WithoutPrefix(inDeclaration.getFullName())));
@@ -105,6 +125,50 @@ void ParserLimits::CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>&
       RefuseNames();
     }
   }
+}
+
+const ParserLimits::Declared& ParserLimits::DeclaredFor(const xercesc::DTDElementDecl& inElement) {
+  const auto [declared, isNew] = declared_.try_emplace(&inElement);
+  Declared& known = declared->second;
+  if (!isNew) return known;
+  ForEachName(inElement, [&](const char16_t*) { ++known.names; });
+  if (!inElement.hasAttDefs()) return known;
+  const xercesc::XMLAttDefList& attributes = inElement.getAttDefList();
+  for (XMLSize_t i = 0; i < attributes.getAttDefCount(); ++i) {
+    const bool isRequired =
+        attributes.getAttDef(i).getDefaultType() == xercesc::XMLAttDef::Required;
+    known.attributes += isRequired ? kRequiredAttributeWork : 1;
+  }
+  return known;
+}
+
+void ParserLimits::CheckDeclaredWork(const xercesc::XMLElementDecl& inDeclaration,
+                                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
+                                     XMLSize_t inCount) {
+  declaredNodes_ += 1 + inCount;
+  std::uint64_t work = namesOfOpen_.empty() ? 0 : namesOfOpen_.back();
+  namesOfOpen_.push_back(0);
+  if (inDeclaration.getObjectType() == xercesc::XMLElementDecl::DTD) {
+    const auto& element = static_cast<const xercesc::DTDElementDecl&>(inDeclaration);
+    const Declared& known = DeclaredFor(element);
+    namesOfOpen_.back() = known.names;
+    work += known.attributes;
+    for (XMLSize_t i = 0; known.attributes > 0 && i < inCount; ++i) {
+      const xercesc::XMLAttr* const attribute = inAttributes.elementAt(i);
+      if (attribute->getType() != xercesc::XMLAttDef::Enumeration &&
+          attribute->getType() != xercesc::XMLAttDef::Notation)
+        continue;
+      if (const auto* const definition = element.getAttDef(attribute->getQName()))
+        work += ListOf(*definition);
+    }
+  }
+  AddDeclaredWork(work);
+}
+
+void ParserLimits::AddDeclaredWork(std::uint64_t inWork) {
+  declaredWork_ += inWork;
+  if (declaredWork_ > kMaxDeclaredWork + kDeclaredWorkPerNode * declaredNodes_)
+    Refuse(u"The DTD declares more for the elements than the limit of this library");
 }
 
 void ParserLimits::RefuseResource(const wstring& inLocation) const {

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include <quenxml2/types.h>
 #include <xercesc/framework/XMLAttr.hpp>
@@ -67,15 +68,18 @@ class ParserLimits {
   // Where the parser stands; it outlives this object, or is null.
   void SetPlace(const xercesc::Locator* inPlace) { place_ = inPlace; }
 
-  void CheckDoctype(const char16_t* inSystemId) const;
+  void CheckDoctype(const char16_t* inSystemId);
   void CheckEntity(const xercesc::DTDEntityDecl& inEntity, bool inIsParameter) const;
   // The truth about a content model, however its declaration was put together.
   void CheckModel(const xercesc::DTDElementDecl& inElement);
-  void CheckDefault(const xercesc::DTDElementDecl& inElement,
-                    const xercesc::DTDAttDef& inAttribute);
+  void CheckAttribute(const xercesc::DTDElementDecl& inElement,
+                      const xercesc::DTDAttDef& inAttribute);
   void StartElement(const xercesc::XMLElementDecl& inDeclaration, unsigned int inUri,
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes, XMLSize_t inCount);
-  void EndElement() { --depth_; }
+  void EndElement() {
+    --depth_;
+    if (hasDoctype_) namesOfOpen_.pop_back();
+  }
 
   [[noreturn]] void RefuseResource(const wstring& inLocation) const;
   [[noreturn]] void Refuse(wstring inMessage) const;
@@ -83,6 +87,17 @@ class ParserLimits {
  private:
   void CheckAttributes(const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
                        XMLSize_t inCount);
+  // What a DTD declares for an element: the work of its attributes, and the names in its content
+  // model. To be asked for when all of the DTD was read.
+  struct Declared {
+    std::uint64_t attributes = 0;
+    std::uint64_t names = 0;
+  };
+  const Declared& DeclaredFor(const xercesc::DTDElementDecl& inElement);
+  void CheckDeclaredWork(const xercesc::XMLElementDecl& inDeclaration,
+                         const xercesc::RefVectorOf<xercesc::XMLAttr>& inAttributes,
+                         XMLSize_t inCount);
+  void AddDeclaredWork(std::uint64_t inWork);
   [[noreturn]] void RefuseNames() const;
   [[noreturn]] void RefuseModel() const;
 
@@ -97,6 +112,11 @@ class ParserLimits {
   std::uint64_t attributeWork_ = 0;
   std::uint64_t attributeCount_ = 0;
   std::uint64_t modelWork_ = 0;
+  bool hasDoctype_ = false;
+  std::unordered_map<const xercesc::DTDElementDecl*, Declared> declared_;  // as far as met
+  std::vector<std::uint64_t> namesOfOpen_;  // in the models of the open elements
+  std::uint64_t declaredWork_ = 0;
+  std::uint64_t declaredNodes_ = 0;
   DistinctCounter attributeNames_;
   DistinctCounter namespaces_;
   DistinctCounter prefixes_;

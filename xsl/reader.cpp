@@ -189,7 +189,7 @@ class LimitedParser : private GrammarMemory, public Parser, public xercesc::XMLE
   }
   void attDef(const xercesc::DTDElementDecl& inElement, const xercesc::DTDAttDef& inAttribute,
               const bool inIsIgnored) override {
-    limits_.CheckDefault(inElement, inAttribute);
+    limits_.CheckAttribute(inElement, inAttribute);
     Parser::attDef(inElement, inAttribute, inIsIgnored);
   }
   void startElement(const xercesc::XMLElementDecl& inDeclaration, const unsigned int inUri,

@@ -40,6 +40,13 @@ string ParameterBomb(int inLevels) {
   return text + "%e" + std::to_string(inLevels) + ";";
 }
 
+// Declares attributes for a, none of which has a default.
+string Attributes(int inCount, const string& inKind) {
+  string text = "<!ATTLIST a ";
+  for (int i = 0; i < inCount; ++i) text += "b" + std::to_string(i) + " CDATA #" + inKind + " ";
+  return text + ">";
+}
+
 string Nested(int inLevels, const string& inInside, const string& inOpen = "<a>") {
   return Repeated(inOpen, inLevels) + inInside + Repeated("</a>", inLevels);
 }
@@ -138,6 +145,7 @@ std::vector<Attack> CostlyAttacks() {
   static constexpr char kExpand[] = "expand beyond the limit";
   static constexpr char kNames[] = "more different names than the limit";
   static constexpr char kModel[] = "content model is larger than the limit";
+  static constexpr char kDeclared[] = "declares more for the elements than the limit";
   constexpr auto kNo = Outcome::kRefused;
   constexpr auto kYes = Outcome::kTaken;
   constexpr auto kMaybe = Outcome::kEither;
@@ -234,6 +242,44 @@ std::vector<Attack> CostlyAttacks() {
        subset("<!ELEMENT b " + Repeated("(x|", 20000) + "x" + Repeated(")", 20000) + ">"), ""},
       {"mixed content of 20,000 names", kMaybe,
        [] { return With("<!ELEMENT b (#PCDATA" + Numbered("|x#", 20000) + ")*>", "<a/>"); }},
+      {"elements with 10,000 declared attributes", kNo,
+       [] { return With(Attributes(10000, "IMPLIED"), "<a>" + Repeated("<a/>", 100000) + "</a>"); },
+       kDeclared},
+      {"elements without their 5,000 required attributes", kNo,
+       [] { return With(Attributes(5000, "REQUIRED"), "<a>" + Repeated("<a/>", 2000) + "</a>"); },
+       kDeclared},
+      {"elements in mixed content of 30,000 names", kNo,
+       [] {
+         return "<!DOCTYPE r [<!ELEMENT r (#PCDATA" + Numbered("|x#", 30000) +
+                "|a)*><!ELEMENT a ANY>]><r>" + Repeated("<a/>", 100000) + "</r>";
+       },
+       kDeclared},
+      {"elements in content of 900 names", kNo,
+       [] {
+         return "<!DOCTYPE r [<!ELEMENT r (x" + Numbered("|x#", 900) +
+                "|a)*><!ELEMENT a ANY>]><r>" + Repeated("<a/>", 100000) + "</r>";
+       },
+       kDeclared},
+      {"a list of 30,000 values", kNo,
+       [] { return With("<!ATTLIST a b (x" + Numbered("|x#", 30000) + ") #IMPLIED>", "<a/>"); },
+       kDeclared},
+      {"the last of 4,000 values, often", kNo,
+       [] {
+         return With("<!ATTLIST a b (x" + Numbered("|x#", 4000) + ") #IMPLIED>",
+                     "<a>" + Repeated("<a b='x3999'/>", 50000) + "</a>");
+       },
+       kDeclared},
+      {"the same as a default", kNo,
+       [] {
+         return With("<!ATTLIST a b (x" + Numbered("|x#", 4000) + ") 'x3999'>",
+                     "<a>" + Repeated("<a/>", 50000) + "</a>");
+       },
+       kDeclared},
+      {"elements with a DTD as large as DocBook's", kYes,
+       [] {
+         return "<!DOCTYPE a [<!ELEMENT a (#PCDATA|a" + Numbered("|x#", 178) + ")*>" +
+                Attributes(50, "IMPLIED") + "]><a>" + Repeated("<a/>", 200000) + "</a>";
+       }},
 
       // Depth and width.
       {"elements 1,001 deep", kNo, [] { return Nested(1001, ""); }, "nest deeper"},
