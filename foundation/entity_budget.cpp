@@ -15,6 +15,12 @@ std::size_t Add(std::size_t inLeft, std::size_t inRight) {
   return std::min(kTooLarge, inLeft + inRight);
 }
 
+// At most so many elements, attributes and the like stand in the text.
+std::size_t NodesOf(std::u16string_view inText) {
+  return static_cast<std::size_t>(std::count_if(
+      inText.begin(), inText.end(), [](char16_t unit) { return unit == u'<' || unit == u'='; }));
+}
+
 constexpr bool IsSpace(char16_t inUnit) {
   return inUnit == u' ' || inUnit == u'\t' || inUnit == u'\r' || inUnit == u'\n';
 }
@@ -249,8 +255,8 @@ std::size_t EntityBudget::SizeOf(Table& ioTable, const std::u16string& inName, c
       SizeOfReferences(ioTable, entity.replacement, inMark, inDepth + 1, nestedLevels);
   entity.levels = nestedLevels + 1;
   // Those below may have been known already, so that the walk did not go down to them.
-  entity.size =
-      entity.levels > kMaxEntityDepth ? kTooLarge : Add(entity.replacement.size(), nested);
+  const std::size_t own = entity.replacement.size() + kNodeCost * NodesOf(entity.replacement);
+  entity.size = entity.levels > kMaxEntityDepth ? kTooLarge : Add(own, nested);
   entity.state = Entity::kKnown;
   ioLevels = std::max(ioLevels, entity.levels);
   return entity.size;
@@ -266,7 +272,7 @@ std::size_t EntityBudget::SizeOfReferences(Table& ioTable, std::u16string_view i
     if (end < inText.size() && inText[end] == u';') {
       const std::u16string name(inText.substr(mark + 1, end - mark - 1));
       // A reference in the document is text of the document; one in an entity multiplies.
-      if (inDepth > 0) total = Add(total, kReferenceCost);
+      if (inDepth > 0) total = Add(total, kNodeCost);
       total = Add(total, SizeOf(ioTable, name, inMark, inDepth, ioLevels));
     }
     mark = inText.find(inMark, end);

@@ -87,7 +87,7 @@ void ParserLimits::CheckAttribute(const xercesc::DTDElementDecl& inElement,
     Refuse(u"The DTD has more attribute defaults than the limit of this library");
   const char16_t* const value = inAttribute.getValue();
   defaultsOf_[std::u16string(WithoutPrefix(inElement.getFullName()))] +=
-      std::u16string_view(value != nullptr ? value : u"").size() + kReferenceCost;
+      std::u16string_view(value != nullptr ? value : u"").size() + kNodeCost;
 }
 
 void ParserLimits::StartElement(const xercesc::XMLElementDecl& inDeclaration, unsigned int inUri,

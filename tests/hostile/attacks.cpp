@@ -160,6 +160,18 @@ std::vector<Attack> CostlyAttacks() {
       return With(text, "<a>&e" + std::to_string(levels - 1) + ";</a>");
     };
   };
+  const auto defaults = [](int attributes, int elements) {
+    return [=] {
+      return With("<!ATTLIST a " + Numbered("b# CDATA 'x' ", attributes) + ">",
+                  "<a>" + Repeated("<a/>", elements) + "</a>");
+    };
+  };
+  const auto entity = [](string value, int times) {
+    return [=] {
+      return With(Attributes(100, "IMPLIED") + "<!ENTITY e '" + value + "'>",
+                  "<a>" + Repeated("&e;", times) + "</a>");
+    };
+  };
   return {
       // Entities.
       {"entities of entities", kNo, subset(Bomb(9), "<a>&e9;</a>"), kExpand},
@@ -183,11 +195,12 @@ std::vector<Attack> CostlyAttacks() {
                      "<a>" + Repeated("<a/>", 5000) + "</a>");
        },
        kExpand},
-      {"many attribute defaults on many elements", kNo,
-       [] {
-         return With("<!ATTLIST a " + Numbered("b# CDATA 'x' ", 400) + ">",
-                     "<a>" + Repeated("<a/>", 5000) + "</a>");
-       },
+      {"many attribute defaults on many elements", kNo, defaults(400, 5000), kExpand},
+      {"some more than fit", kNo, defaults(400, 250), kExpand},
+      {"as many as fit", kYes, defaults(400, 150)},
+      {"an entity of elements, often", kNo, entity(Repeated("<a/>x", 1000), 800), kExpand},
+      {"as often as it may", kYes, entity(Repeated("<a/>x", 1000), 60)},
+      {"an entity of attributes, often", kNo, entity("<a" + Numbered(" b#=\"\"", 100) + "/>", 2000),
        kExpand},
       {"an entity within itself", kNo, subset("<!ENTITY e '&f;'><!ENTITY f '&e;'>", "<a>&e;</a>"),
        kExpand},

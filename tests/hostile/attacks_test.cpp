@@ -79,7 +79,7 @@ void ExpectOutcome(const Attack& inAttack, const Entry& inEntry, const Cost& inC
 
 // What the limits allow beside 64 times the text: entities and defaults of 4 Mi code units, with
 // the nodes that hold them.
-constexpr std::size_t kFreeBytes = std::size_t{160} << 20;
+constexpr std::size_t kFreeBytes = std::size_t{64} << 20;
 constexpr std::size_t kBytesPerByte = 64;
 // Processor time, in units of what a harmless text of a megabyte takes in the same way: what the
 // limits allow, and what each further megabyte may take.
