@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Where a parser keeps what a document type declares.
+// Where a parser keeps what is its own, and what a document type declares.
 //
-// Xerces-C 3.2 loses what it has read of a content model that it refuses. Whoever sends such texts
-// would fill the memory of a service, so that all of it goes here with the parser.
+// Xerces-C 3.2 loses what it has read of a content model that it refuses, what it has noted
+// meanwhile, and with Debian's cure for CVE-2018-1311 a little for each external DTD subset.
+// Whoever sends such texts would fill the memory of a service, so that all of it goes here with the
+// parser.
 #ifndef QUENXML2_FOUNDATION_GRAMMAR_MEMORY_H_
 #define QUENXML2_FOUNDATION_GRAMMAR_MEMORY_H_
 

@@ -106,8 +106,7 @@ class GuardedParser : private GrammarMemory,
                       public xercesc::XMLEntityResolver {
  public:
   explicit GuardedParser(const ParseSettings& inSettings)
-      : XercesDOMParser(nullptr, &MemoryOfDocuments(), &grammars_),
-        isPlain_(AreOrdinary(inSettings)) {
+      : XercesDOMParser(nullptr, &memory_, &grammars_), isPlain_(AreOrdinary(inSettings)) {
     setXMLEntityResolver(this);
     setValidationScheme(Val_Auto);
     setDoNamespaces(inSettings.namespaces);
@@ -178,6 +177,17 @@ class GuardedParser : private GrammarMemory,
         break;
     }
     limits_->RefuseResource(location);
+  }
+
+  // The document outlives the parser.
+  void startDocument() override {
+    struct Borrowed {
+      xercesc::MemoryManager*& memory;
+      xercesc::MemoryManager* const own;
+      ~Borrowed() { memory = own; }
+    } borrowed{fMemoryManager, fMemoryManager};
+    fMemoryManager = &MemoryOfDocuments();
+    XercesDOMParser::startDocument();
   }
 
   void doctypeDecl(const xercesc::DTDElementDecl& inRoot, const XMLCh* const inPublicId,

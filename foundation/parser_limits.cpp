@@ -17,8 +17,6 @@ namespace quen::internal {
 
 void ParserLimits::CheckDoctype(const char16_t* inSystemId) {
   hasDoctype_ = true;
-  // Here and not where the resource is asked for: the engine leaks a little for each subset refused
-  // there.
   if (entities_ != nullptr && inSystemId != nullptr && *inSystemId != 0)
     Refuse(u"The external DTD subset '" + wstring(inSystemId) + u"' is not read");
 }

@@ -38,10 +38,13 @@ using xercesc::XMLResourceIdentifier;
 class ThrowingHandler : public xercesc::ErrorHandler {
  public:
   void warning(const SAXParseException&) override {}
-  void error(const SAXParseException& inFailure) override { throw SAXParseException(inFailure); }
-  void fatalError(const SAXParseException& inFailure) override {
-    throw SAXParseException(inFailure);
+  // What is thrown outlives the parser's memory, which a copy would share.
+  void error(const SAXParseException& inFailure) override {
+    throw SAXParseException(inFailure.getMessage(), inFailure.getPublicId(),
+                            inFailure.getSystemId(), inFailure.getLineNumber(),
+                            inFailure.getColumnNumber());
   }
+  void fatalError(const SAXParseException& inFailure) override { error(inFailure); }
   void resetErrors() override {}
 };
 
@@ -148,12 +151,12 @@ class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
 // The engine's event parsers, made alike. Only the declarations can go into memory of their own:
 // failures that they throw keep the parser's.
 struct SourceEvents : xercesc::SAX2XMLReaderImpl {
-  explicit SourceEvents(xercesc::XMLGrammarPool& ioGrammars)
-      : SAX2XMLReaderImpl(xercesc::XMLPlatformUtils::fgMemoryManager, &ioGrammars) {}
+  SourceEvents(xercesc::MemoryManager& ioMemory, xercesc::XMLGrammarPool& ioGrammars)
+      : SAX2XMLReaderImpl(&ioMemory, &ioGrammars) {}
 };
 struct StyleSheetEvents : xercesc::SAXParser {
-  explicit StyleSheetEvents(xercesc::XMLGrammarPool& ioGrammars)
-      : SAXParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, &ioGrammars) {}
+  StyleSheetEvents(xercesc::MemoryManager& ioMemory, xercesc::XMLGrammarPool& ioGrammars)
+      : SAXParser(nullptr, &ioMemory, &ioGrammars) {}
 };
 
 // One of them with the library's limits.
@@ -162,7 +165,7 @@ class LimitedParser : private GrammarMemory, public Parser, public xercesc::XMLE
  public:
   // Without a budget the text is the application's own, and reads the local files that it names.
   explicit LimitedParser(const EntityBudget* inEntities)
-      : Parser(grammars_), limits_(inEntities), readsExternals_(inEntities == nullptr) {
+      : Parser(memory_, grammars_), limits_(inEntities), readsExternals_(inEntities == nullptr) {
     Parser::setErrorHandler(&errors_);
     Parser::setXMLEntityResolver(this);
   }

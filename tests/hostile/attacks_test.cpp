@@ -20,14 +20,6 @@
 #include "tests/support/temp_dir.h"
 #include "tests/xsl/xsl_support.h"
 
-// Debian's Xerces-C 3.2.4 gives up a little memory for each document with an external DTD subset
-// (its cure for CVE-2018-1311; only style sheets may have one). Its frames show with the slow way
-// of walking a stack alone.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:XMLScanner::scanProlog\n"; }
-extern "C" __attribute__((visibility("default"))) const char* __asan_default_options();
-extern "C" const char* __asan_default_options() { return "fast_unwind_on_malloc=0"; }
-
 namespace quen::test {
 namespace {
 

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// A tree that is written to for months stays as large as it is.
+// A tree that is written to for months stays as large as it is, and refused texts leave nothing.
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sstream>
 
 #include <quenxml2/data.h>
 #include <quenxml2/dom.h>
 
 #include "tests/support/allocations.h"
+#include "tests/support/temp_dir.h"
+#include "tests/xsl/xsl_support.h"
 
 namespace quen::test {
 namespace {
@@ -39,6 +42,41 @@ TEST(SteadyMemory, WritesOverWhatIsThereTakeNoMore) {
     const std::size_t before = AllocatedBytes();
     while (round < kWrites) each.write(round++);
     EXPECT_EQ(AllocatedBytes(), before) << each.name;
+  }
+}
+
+// The engine loses what it had of each of these declarations; the external ones are for style
+// sheets.
+TEST(SteadyMemory, RefusedDeclarationsTakeNoMore) {
+  const TempDir dir;
+  const std::string file = dir.File("empty.dtd", "");
+  const std::string texts[] = {
+      "<!DOCTYPE a [<!ELEMENT a ((|b)*>]><a/>",
+      "<!DOCTYPE a [<!ENTITY % p '<!ELEMENT a ((|b)*>'>%p;]><a/>",
+      "<!DOCTYPE a [<!ELEMENT a " + std::string(1000, '(') + "|b)>]><a/>",
+      "<!DOCTYPE a [<!ELEMENT a (b,(c|(d,|e)))>]><a/>",
+      "<!DOCTYPE a [<!ATTLIST a b (c|d|>]><a/>",
+      "<!DOCTYPE a [<!ENTITY e '<!ELEMENT>]><a/>",
+      "<!DOCTYPE a [<!ENTITY e SYSTEM 'x' NDATA>]><a/>",
+      "<!DOCTYPE a SYSTEM '" + file + "'><a/>",
+      "<!DOCTYPE a SYSTEM '" + file + "x'><a/>",
+  };
+  for (const std::string& text : texts) {
+    const auto run = [&](int times) {
+      for (; times > 0; --times) {
+        CQuenXMLDocument2 document;
+        EXPECT_NE(FailureOf<NarrowWidth>([&] { document.LoadXML(text); }), "");
+        for (const bool isSource : {true, false}) {
+          std::istringstream source(isSource ? text : "<a/>"),
+              sheet(isSource ? RootSheet("") : text);
+          std::ostringstream out;
+          EXPECT_NE(FailureOf<NarrowWidth>([&] { CQuenXSL2().Transform(source, sheet, out); }), "");
+        }
+      }
+      return AllocatedBytes();
+    };
+    const std::size_t before = run(3);
+    EXPECT_EQ(run(10), before) << text.substr(0, 60);
   }
 }
 

@@ -10,14 +10,6 @@
 
 #include "tests/xsl/xsl_support.h"
 
-// Debian's Xerces-C 3.2.4 gives up a little memory for each document with an external DTD subset
-// (its cure for CVE-2018-1311); the style sheets read two such documents in each transform. Its
-// frames are missing from the report, so that the allocator has to be named.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:xercesc_3_2::MemoryManagerImpl::allocate\n";
-}
-
 namespace quen::test {
 namespace {
 

@@ -10,11 +10,6 @@
 
 #include "tests/support/small_stack.h"
 
-// Debian's Xerces-C 3.2.4 gives up a little memory for each document with an external DTD subset
-// (its cure for CVE-2018-1311).
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:XMLScanner::scanProlog\n"; }
-
 namespace quen::test {
 namespace {
 
