@@ -148,8 +148,7 @@ class SourceBuilder : public xalanc::XalanSourceTreeContentHandler {
   std::size_t outside_ = 0;
 };
 
-// The engine's event parsers, made alike. Only the declarations can go into memory of their own:
-// failures that they throw keep the parser's.
+// The engine's event parsers, made alike.
 struct SourceEvents : xercesc::SAX2XMLReaderImpl {
   SourceEvents(xercesc::MemoryManager& ioMemory, xercesc::XMLGrammarPool& ioGrammars)
       : SAX2XMLReaderImpl(&ioMemory, &ioGrammars) {}
