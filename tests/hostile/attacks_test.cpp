@@ -20,13 +20,6 @@
 #include "tests/support/temp_dir.h"
 #include "tests/xsl/xsl_support.h"
 
-// Xalan-C 1.12 gives up half a kilobyte for a namespace of extensions that more than one file of a
-// style sheet names. Its frames show with the slow way of walking a stack alone.
-extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:processExtensionNamespace\n"; }
-extern "C" __attribute__((visibility("default"))) const char* __asan_default_options();
-extern "C" const char* __asan_default_options() { return "fast_unwind_on_malloc=0"; }
-
 namespace quen::test {
 namespace {
 
