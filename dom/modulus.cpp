@@ -4,17 +4,12 @@
 #include <algorithm>
 #include <vector>
 
+#include "dom/expression_units.h"
+
 namespace quen::internal {
 namespace {
 
 constexpr std::size_t kMaxLevels = 4;
-
-bool IsNameStart(char16_t c) {
-  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c >= 0x80;
-}
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool IsNameChar(char16_t c) { return IsNameStart(c) || IsDigit(c) || c == u'-' || c == u'.'; }
-bool IsBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
 
 // Reads an expression from token to token. It need not be right: the engine says so then.
 class DivisorScan {

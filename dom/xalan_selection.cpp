@@ -25,6 +25,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "dom/document_order.h"
+#include "dom/expression_units.h"
 #include "dom/modulus.h"
 #include "dom/selection_limits.h"
 #include "dom/wrapped_document.h"
@@ -151,13 +152,6 @@ DOMNode& RootOf(DOMNode& node) {
   while (DOMNode* const parent = ParentOf(*root)) root = parent;
   return *root;
 }
-
-bool IsNameStart(char16_t c) {
-  return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_' || c >= 0x80;
-}
-bool IsDigit(char16_t c) { return c >= u'0' && c <= u'9'; }
-bool IsBlank(char16_t c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
-bool IsNameChar(char16_t c) { return IsNameStart(c) || IsDigit(c) || c == u'-' || c == u'.'; }
 
 bool IsDeeperThan(std::size_t limit, DOMNode& root) {
   std::vector<DOMNode*> open;
